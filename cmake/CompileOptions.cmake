@@ -1,0 +1,12 @@
+# Linked privately by every target of ours, so that the libraries' own headers are never held to our warnings.
+add_library(QuenchlyCompileOptions INTERFACE)
+target_compile_options(QuenchlyCompileOptions INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+    -Wold-style-cast -Wconversion -Wno-sign-conversion)
+target_compile_definitions(QuenchlyCompileOptions INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+if(QUENCHLY_WERROR)
+    target_compile_options(QuenchlyCompileOptions INTERFACE -Werror)
+endif()
+if(QUENCHLY_SANITIZE)
+    add_compile_options(-fsanitize=${QUENCHLY_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${QUENCHLY_SANITIZE})
+endif()

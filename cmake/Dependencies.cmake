@@ -1,0 +1,16 @@
+find_package(nlohmann_json 3.10 REQUIRED)
+
+find_path(UTF8PROC_INCLUDE_DIR utf8proc.h REQUIRED)
+find_library(UTF8PROC_LIBRARY utf8proc REQUIRED)
+add_library(utf8proc::utf8proc UNKNOWN IMPORTED)
+set_target_properties(utf8proc::utf8proc PROPERTIES
+    IMPORTED_LOCATION ${UTF8PROC_LIBRARY} INTERFACE_INCLUDE_DIRECTORIES ${UTF8PROC_INCLUDE_DIR})
+
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
+if(UNIX AND NOT APPLE)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
+endif()
+if(QUENCHLY_TESTS)
+    find_package(GTest REQUIRED)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+endif()
