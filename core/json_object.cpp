@@ -1,0 +1,133 @@
+#include "json_object.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+#include "decimal_number.h"
+#include "rounding.h"
+
+namespace quenchly {
+namespace {
+
+/// Base 10, one optional sign, ASCII digits and nothing else.
+std::optional<std::int64_t> integerFromText(std::string_view text)
+{
+    if (!text.empty() && text.front() == '+') {
+        text.remove_prefix(1);
+        if (!text.empty() && text.front() == '-')
+            return std::nullopt;
+    }
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return value;
+}
+
+std::optional<std::int64_t> wholeNumber(const nlohmann::json& value)
+{
+    if (value.is_number_unsigned()) {
+        constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+        return static_cast<std::int64_t>(std::min(value.get<std::uint64_t>(), most));
+    }
+    if (value.is_number_integer())
+        return value.get<std::int64_t>();
+    if (value.is_number_float())
+        return clampedInteger(value.get<double>());
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> JsonObject::string(const char* key) const
+{
+    const nlohmann::json* value = find(key);
+    if (value == nullptr || !value->is_string())
+        return std::nullopt;
+    return value->get_ref<const std::string&>();
+}
+
+std::optional<std::string> JsonObject::nonEmptyString(const char* key) const
+{
+    auto value = string(key);
+    return value && !value->empty() ? value : std::nullopt;
+}
+
+bool JsonObject::boolean(const char* key) const
+{
+    const nlohmann::json* value = find(key);
+    if (value == nullptr)
+        return false;
+    if (value->is_boolean())
+        return value->get<bool>();
+    return value->is_number() && value->get<double>() == 1.0;
+}
+
+std::optional<std::int64_t> JsonObject::integer(const char* key) const
+{
+    const nlohmann::json* value = find(key);
+    return value == nullptr ? std::nullopt : wholeNumber(*value);
+}
+
+std::optional<std::int64_t> JsonObject::tolerantInteger(const char* key) const
+{
+    const auto text = string(key);
+    return text ? integerFromText(*text) : integer(key);
+}
+
+std::optional<double> JsonObject::number(const char* key) const
+{
+    const nlohmann::json* value = find(key);
+    if (value == nullptr || !value->is_number())
+        return std::nullopt;
+    return value->get<double>();
+}
+
+std::optional<double> JsonObject::tolerantNumber(const char* key) const
+{
+    const auto text = string(key);
+    return text ? decimalNumber(*text) : number(key);
+}
+
+std::optional<JsonObject> JsonObject::object(const char* key) const
+{
+    const nlohmann::json* value = find(key);
+    if (value == nullptr || !value->is_object())
+        return std::nullopt;
+    return JsonObject(*value);
+}
+
+std::vector<JsonObject> JsonObject::objects(const char* key) const
+{
+    const nlohmann::json* value = find(key);
+    if (value == nullptr || !value->is_array())
+        return {};
+    std::vector<JsonObject> elements;
+    elements.reserve(value->size());
+    for (const nlohmann::json& element : *value) {
+        if (!element.is_object())
+            return {};
+        elements.emplace_back(element);
+    }
+    return elements;
+}
+
+const nlohmann::json* JsonObject::find(const char* key) const
+{
+    const auto at = object_.get().find(key);
+    return at == object_.get().end() ? nullptr : &*at;
+}
+
+std::optional<nlohmann::json> parseJsonObject(std::string_view bytes)
+{
+    // The library takes a NUL byte for the end of the text and would accept anything behind it.
+    if (bytes.find('\0') != std::string_view::npos)
+        return std::nullopt;
+    nlohmann::json value = nlohmann::json::parse(bytes, nullptr, false);
+    if (!value.is_object())
+        return std::nullopt;
+    return value;
+}
+
+}  // namespace quenchly

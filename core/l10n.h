@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "enumeration.h"
+
+namespace quenchly {
+
+/// The languages that the application speaks, in the order of the tables.
+enum class AppLanguage { en, ja, tl, zhHans, zhHant, ko };
+
+template <>
+inline constexpr std::array<std::string_view, 6> rawValues<AppLanguage>{"en", "ja", "tl", "zhHans", "zhHant", "ko"};
+
+/// The identifier of the locale that formats numbers for a language. Filipino is stored as "tl" and formats as "fil".
+std::string_view localeIdentifier(AppLanguage language) noexcept;
+
+/// Every text that a person sees, by key. Lookups may run on any thread once `testingLanguage` is set.
+namespace L10n {
+
+struct Entry {
+    std::string_view key;
+    std::string_view text;
+};
+
+/// A value for a placeholder: a number for "%d", a text for "%@".
+using Argument = std::variant<std::int64_t, std::string>;
+
+/// Overrides the system's choice for every lookup; set it before lookups start.
+extern std::optional<AppLanguage> testingLanguage;
+
+/// The language that a single tag such as "zh_TW" or "fil-PH" asks for; none when it is not one of ours.
+std::optional<AppLanguage> languageForTag(std::string_view tag);
+
+/// The first language of ours in a user's list of preferred languages; English when there is none.
+AppLanguage languageForPreferences(std::span<const std::string> preferredLanguages);
+
+/// The system's preferred languages, most preferred first. On Linux they come from LANGUAGE, LC_ALL, LC_MESSAGES and
+/// LANG, in the order and with the exceptions that gettext gives them.
+std::vector<std::string> preferredLanguages();
+
+/// The language in force, found anew on every call.
+AppLanguage language();
+
+/// The text for a key in the language in force, else in English, else the key itself.
+std::string t(std::string_view key);
+
+/// The text for a key with its placeholders replaced in order. Without arguments the text is returned as it stands
+/// ("%%" stays doubled); a placeholder without an argument of its kind stays as it is.
+std::string tf(std::string_view key, const std::vector<Argument>& arguments);
+
+/// The whole table of a language, in key order.
+std::span<const Entry> table(AppLanguage language);
+
+}  // namespace L10n
+}  // namespace quenchly
