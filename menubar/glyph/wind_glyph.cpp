@@ -41,27 +41,30 @@ constexpr std::array<Vertex, 12> upperRightBlade{{
     {10.43, -8.72},
 }};
 
-QPainterPath polygon(std::span<const Vertex> vertices, const QPointF& centre, double scale)
+struct Placement {
+    QPointF centre;
+    double scale;
+
+    QPointF operator()(const Vertex& vertex) const { return centre + QPointF(vertex.x, vertex.y) * scale; }
+};
+
+void addPolygon(QPainterPath& path, std::span<const Vertex> vertices, const Placement& placed)
 {
-    QPainterPath path;
-    const auto placed = [&](const Vertex& v) { return centre + QPointF(v.x, v.y) * scale; };
     path.moveTo(placed(vertices.front()));
     for (const Vertex& vertex : vertices.subspan(1))
         path.lineTo(placed(vertex));
     path.closeSubpath();
-    return path;
 }
 
 }  // namespace
 
 QPainterPath path(const QRectF& rect)
 {
-    const double scale = std::min(rect.width() / designWidth, rect.height() / designHeight);
+    const Placement placement{rect.center(), std::min(rect.width() / designWidth, rect.height() / designHeight)};
     QPainterPath glyph;
-    for (const std::span<const Vertex> vertices :
-         {std::span<const Vertex>(lowerSweep), std::span<const Vertex>(leftCurl),
-          std::span<const Vertex>(upperRightBlade)})
-        glyph.addPath(polygon(vertices, rect.center(), scale));
+    addPolygon(glyph, lowerSweep, placement);
+    addPolygon(glyph, leftCurl, placement);
+    addPolygon(glyph, upperRightBlade, placement);
     glyph.setFillRule(Qt::WindingFill);
     return glyph;
 }

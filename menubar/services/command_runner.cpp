@@ -1,0 +1,63 @@
+#include "command_runner.h"
+
+#include <unistd.h>
+
+#include <string_view>
+#include <system_error>
+
+namespace quenchly {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* toolName = "quenchly";
+constexpr int directoriesToExamine = 7;
+
+bool isUsable(const fs::path& file)
+{
+    std::error_code ignored;
+    return fs::is_regular_file(file, ignored) && access(file.c_str(), X_OK) == 0;
+}
+
+std::optional<fs::path> findInDevelopmentTree(fs::path directory)
+{
+    for (int examined = 0; examined < directoriesToExamine && !directory.empty(); ++examined) {
+        const fs::path script = directory / "dist/quenchly.mjs";
+        if (isUsable(script))
+            return script;
+        if (directory == "/")
+            return std::nullopt;
+        directory = directory.parent_path();
+    }
+    return std::nullopt;
+}
+
+/// The first hit among the folders of PATH, as the shell would find it.
+std::optional<fs::path> findOnPath(const System& system)
+{
+    const auto variable = system.environment.find("PATH");
+    if (variable == system.environment.end())
+        return std::nullopt;
+    std::string_view rest = variable->second;
+    while (!rest.empty()) {
+        const auto colon = rest.find(':');
+        const fs::path tool = system.currentDirectory / rest.substr(0, colon) / toolName;
+        if (isUsable(tool))
+            return tool;
+        rest = colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<fs::path> CLIRunner::locate(const System& system)
+{
+    if (const fs::path shipped = system.executableFolder / toolName; isUsable(shipped))
+        return shipped;
+    if (const auto script = findInDevelopmentTree(system.currentDirectory))
+        return script;
+    return findOnPath(system);
+}
+
+}  // namespace quenchly

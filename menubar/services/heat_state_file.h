@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "file_reading.h"
+#include "heat_state.h"
+
+namespace quenchly {
+
+/// The checker's state file, read again only when it may have changed.
+class HeatStateFile {
+public:
+    enum class Outcome {
+        missing,     ///< there is no file
+        unreadable,  ///< there is one that cannot be read: what was known before stands
+        read,        ///< `state` holds what it says, none when it is no heat state
+    };
+
+    explicit HeatStateFile(std::filesystem::path path) : path_(std::move(path)) {}
+
+    Outcome refresh();
+
+    const std::optional<HeatState>& state() const { return state_; }
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+    std::optional<HeatState> state_;
+    std::optional<FileStamp> trustedStamp_;
+};
+
+}  // namespace quenchly

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QTimer>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "heat_state_file.h"
+#include "quench_status.h"
+#include "system.h"
+
+namespace quenchly {
+
+/// Owns everything that the menu shows and reads it anew once a second. One instance for the life of the application,
+/// on the main thread.
+class StateWatcher : public QObject {
+    Q_OBJECT
+
+public:
+    /// Reads everything once, and then every second while an event loop runs.
+    explicit StateWatcher(System system, QObject* parent = nullptr);
+
+    const System& system() const { return system_; }
+
+    const QuenchStatus& status() const { return status_; }
+    /// The menu bar glyph at every scale; made anew only when the tint changes.
+    const std::vector<QImage>& iconImage() const { return iconImage_; }
+    const std::filesystem::path& dataHome() const { return dataHome_; }
+    bool cliAvailable() const { return cliAvailable_; }
+    bool protectBusy() const { return protectBusy_; }
+    bool ackBusy() const { return ackBusy_; }
+    bool checkInFlight() const { return checkInFlight_; }
+    /// The Protection mode is "pause".
+    bool workSavedOn() const { return workSavedOn_; }
+    bool throttleActive() const { return throttleActive_; }
+    /// Filled even while nothing is throttled.
+    const std::set<Text>& throttledLabels() const { return throttledLabels_; }
+    bool openAtLogin() const { return openAtLogin_; }
+    const std::filesystem::path& stateFileURL() const { return stateFile_.path(); }
+    const std::string& chipLabel() const { return chipLabel_; }
+
+    /// The tint that the menu bar image is made from.
+    static QuenchBarTint effectiveBarTint(QuenchBarTint tint) { return tint; }
+
+    /// One whole refresh; never fails and never overlaps another.
+    void reload();
+
+    /// Opens the check-now span: until the checker records a new check, or for 95 seconds, a check counts as running.
+    void beginCheckNow();
+
+Q_SIGNALS:
+    /// Something published may have changed.
+    void published();
+
+private:
+    struct CheckNowSpan {
+        std::optional<Text> anchorISO;  ///< the last check's time when the span began
+        Instant startedAt;
+    };
+
+    void start();
+    void refreshStatus();
+    QuenchStatus buildStatus(const std::optional<HeatState>& state) const;
+    void updateIcon();
+    void refreshCliAvailability();
+    void refreshWorkSavedOn();
+    void refreshThrottle();
+    void refreshCheckInFlight();
+    bool checkProcessRunning(const std::string& pgrep) const;
+
+    System system_;
+    HeatStateFile stateFile_;
+    std::filesystem::path dataHome_;
+    std::string chipLabel_;
+    QuenchStatus status_;
+    std::vector<QImage> iconImage_;
+    std::optional<QuenchBarTint> lastIconTint_;
+    bool cliAvailable_ = false;
+    bool protectBusy_ = false;
+    bool ackBusy_ = false;
+    bool checkInFlight_ = false;
+    std::optional<CheckNowSpan> checkNow_;
+    bool workSavedOn_ = false;
+    bool throttleActive_ = false;
+    std::set<Text> throttledLabels_;
+    bool openAtLogin_ = false;
+    QTimer timer_;
+};
+
+}  // namespace quenchly
