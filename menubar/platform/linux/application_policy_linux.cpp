@@ -1,0 +1,7 @@
+#include "application_policy.h"
+
+namespace quenchly {
+
+void becomeMenuBarApplication() {}
+
+}  // namespace quenchly

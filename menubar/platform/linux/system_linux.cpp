@@ -1,0 +1,64 @@
+#include <syslog.h>
+#include <unistd.h>
+
+#include <system_error>
+
+#include "system.h"
+#include "user_home.h"
+
+namespace quenchly {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::map<std::string, std::string> processEnvironment()
+{
+    std::map<std::string, std::string> variables;
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string text = *entry;
+        const auto equals = text.find('=');
+        if (equals != std::string::npos)
+            variables.emplace(text.substr(0, equals), text.substr(equals + 1));
+    }
+    return variables;
+}
+
+/// The desktop's settings folder. A home folder that was given explicitly holds everything itself.
+fs::path settingsFolder(const System& system, bool homeGiven)
+{
+    const auto variable = system.environment.find("XDG_CONFIG_HOME");
+    if (!homeGiven && variable != system.environment.end() && fs::path(variable->second).is_absolute())
+        return variable->second;
+    return system.homeFolder / ".config";
+}
+
+void logLine(const std::string& line)
+{
+    openlog("quenchly-menubar", LOG_PID, LOG_USER);
+    syslog(LOG_WARNING, "%s", line.c_str());
+}
+
+}  // namespace
+
+System makeSystem(const std::optional<fs::path>& homeFolder)
+{
+    std::error_code ignored;
+    const fs::path executable = fs::read_symlink("/proc/self/exe", ignored);
+
+    System system;
+    system.homeFolder = homeFolder ? fs::absolute(*homeFolder, ignored) : userHomeFolder();
+    system.currentDirectory = fs::current_path(ignored);
+    system.executableFolder = executable.parent_path();
+    system.launchAgentsFolder = system.homeFolder / "Library/LaunchAgents";
+    system.environment = processEnvironment();
+    system.now = [] { return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now()); };
+    system.sampleMetrics = LiveMetricsSampler::sample;
+    system.processes = makeProcessTable();
+    const fs::path settings = settingsFolder(system, homeFolder.has_value());
+    system.loginItem = makeLoginItem(settings, executable);
+    system.userDefaults = makeUserDefaults(settings);
+    system.log = logLine;
+    return system;
+}
+
+}  // namespace quenchly
