@@ -1,0 +1,6 @@
+file(GLOB version_header /usr/include/*/qt6/QtCore/qconfig.h)
+file(STRINGS "${version_header}" version_line REGEX "QT_VERSION_STR")
+string(REGEX MATCH "[0-9.]+" PACKAGE_VERSION "${version_line}")
+if(PACKAGE_VERSION VERSION_GREATER_EQUAL PACKAGE_FIND_VERSION)
+    set(PACKAGE_VERSION_COMPATIBLE ON)
+endif()

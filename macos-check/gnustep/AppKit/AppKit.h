@@ -1,0 +1,27 @@
+#pragma once
+
+#include_next <AppKit/AppKit.h>
+
+// What AppKit has, by Apple's documentation, and GNUstep 0.29's headers lack. Only this project vouches for these.
+constexpr NSCellImagePosition NSImageLeading = static_cast<NSCellImagePosition>(7);
+
+@interface NSApplication (Gap)
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+@end
+
+@interface NSStatusItem (Gap)
+@property(readonly, strong) NSStatusBarButton* button;
+@property(copy) NSString* autosaveName;
+@end
+
+@interface NSImage (Gap)
+- (void)setTemplate:(BOOL)isTemplate;
+@end
+
+@interface NSFont (Gap)
++ (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)fontSize weight:(CGFloat)weight;
+@end
+
+@interface NSView (Gap)
+- (void)setAccessibilityLabel:(NSString*)accessibilityLabel;
+@end

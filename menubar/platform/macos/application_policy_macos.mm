@@ -1,0 +1,12 @@
+#import <AppKit/AppKit.h>
+
+#include "application_policy.h"
+
+namespace quenchly {
+
+void becomeMenuBarApplication()
+{
+    [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
+}
+
+}  // namespace quenchly

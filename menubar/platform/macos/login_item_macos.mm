@@ -1,0 +1,71 @@
+#import <Foundation/Foundation.h>
+
+#include "cocoa_support.h"
+#include "login_item.h"
+
+// Of the ServiceManagement framework, declared here so that no header of it is needed.
+@protocol QuenchlyAppService <NSObject>
++ (id<QuenchlyAppService>)mainAppService;
+- (NSInteger)status;
+- (BOOL)registerAndReturnError:(NSError**)error;
+- (BOOL)unregisterAndReturnError:(NSError**)error;
+@end
+
+namespace quenchly {
+namespace {
+
+id<QuenchlyAppService> mainAppService()
+{
+    const Class<QuenchlyAppService> service = NSClassFromString(@"SMAppService");
+    return [service mainAppService];
+}
+
+std::string reason(NSError* error)
+{
+    const std::string text = utf8Text([error localizedDescription]);
+    return text.empty() ? "The login items service gave no reason." : text;
+}
+
+class LoginItemMacos final : public LoginItem {
+public:
+    Status status() const override
+    {
+        @autoreleasepool {
+            switch ([mainAppService() status]) {
+                case 0:
+                    return mainAppService() != nil ? Status::notRegistered : Status::notFound;
+                case 1:
+                    return Status::enabled;
+                case 2:
+                    return Status::requiresApproval;
+                default:
+                    return Status::notFound;
+            }
+        }
+    }
+
+    std::string registerItem() override
+    {
+        @autoreleasepool {
+            NSError* error = nil;
+            return [mainAppService() registerAndReturnError:&error] ? std::string() : reason(error);
+        }
+    }
+
+    std::string unregisterItem() override
+    {
+        @autoreleasepool {
+            NSError* error = nil;
+            return [mainAppService() unregisterAndReturnError:&error] ? std::string() : reason(error);
+        }
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<LoginItem> makeLoginItem(const std::filesystem::path&, const std::filesystem::path&)
+{
+    return std::make_unique<LoginItemMacos>();
+}
+
+}  // namespace quenchly

@@ -1,0 +1,73 @@
+#import <Foundation/Foundation.h>
+
+#include <chrono>
+#include <string_view>
+#include <system_error>
+
+#include "cocoa_support.h"
+#include "system.h"
+#include "user_home.h"
+
+extern char** environ;
+
+namespace quenchly {
+namespace {
+
+std::filesystem::path currentDirectory()
+{
+    std::error_code error;
+    return std::filesystem::current_path(error);
+}
+
+std::filesystem::path mainExecutable()
+{
+    @autoreleasepool {
+        return utf8Text([[NSBundle mainBundle] executablePath]);
+    }
+}
+
+std::map<std::string, std::string> environmentVariables()
+{
+    std::map<std::string, std::string> variables;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string_view text = *entry;
+        if (const std::size_t equals = text.find('='); equals != std::string_view::npos)
+            variables.emplace(text.substr(0, equals), text.substr(equals + 1));
+    }
+    return variables;
+}
+
+Instant systemNow()
+{
+    return std::chrono::time_point_cast<Instant::duration>(std::chrono::system_clock::now());
+}
+
+void writeToSystemLog(const std::string& line)
+{
+    @autoreleasepool {
+        NSLog(@"%@", nsString(line));
+    }
+}
+
+}  // namespace
+
+System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
+{
+    const std::filesystem::path home = homeFolder ? *homeFolder : userHomeFolder();
+    const std::filesystem::path executable = mainExecutable();
+    return {
+        .homeFolder = home,
+        .currentDirectory = currentDirectory(),
+        .executableFolder = executable.parent_path(),
+        .launchAgentsFolder = home / "Library/LaunchAgents",
+        .environment = environmentVariables(),
+        .now = systemNow,
+        .sampleMetrics = [](bool swapCritical) { return LiveMetricsSampler::sample(swapCritical); },
+        .processes = makeProcessTable(),
+        .loginItem = makeLoginItem(home, executable),
+        .userDefaults = makeUserDefaults(home),
+        .log = writeToSystemLog,
+    };
+}
+
+}  // namespace quenchly
