@@ -1,0 +1,65 @@
+#include "check.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "memory_relief.h"
+
+namespace quenchly::demo {
+namespace {
+
+constexpr int hotLoadPercent = 90;
+
+std::int64_t streakAfter(const Json& state, const char* key)
+{
+    constexpr std::int64_t longest = 1'000'000;
+    const auto streak = state.find(key);
+    if (streak == state.end() || !streak->is_number_integer())
+        return 1;
+    return std::clamp<std::int64_t>(streak->get<std::int64_t>(), 0, longest - 1) + 1;
+}
+
+bool isEasing(const Json& state)
+{
+    const auto paused = state.find("paused");
+    const auto slow = state.find("slowActive");
+    return (paused != state.end() && paused->is_array() && !paused->empty()) ||
+           (slow != state.end() && slow->is_boolean() && slow->get<bool>());
+}
+
+void judge(Json& state, bool hot, const std::string& time)
+{
+    const char* counted = hot ? "hotStreak" : "coolStreak";
+    const char* ended = hot ? "coolStreak" : "hotStreak";
+    state["thermalTruth"] = hot ? "hot" : "cool";
+    state["hot"] = hot;
+    state[counted] = streakAfter(state, counted);
+    state[ended] = 0;
+    state[hot ? "lastHotAt" : "lastCoolAt"] = time;
+}
+
+}  // namespace
+
+Json checkedState(Json previous, const MachineSample& sample, Instant now)
+{
+    Json state = std::move(previous);
+    const std::string time = isoText(now);
+    state["lastCheck"] = time;
+    judge(state, loadPercent(sample) >= hotLoadPercent, time);
+    state.emplace("paused", Json::array());
+    state.emplace("quarantined", Json::array());
+    state.emplace("slowActive", false);
+    state["lastMetrics"] = metrics(sample);
+    state["updatedAt"] = time;
+    // They told of the sample before.
+    state.erase("story");
+    state.erase("spectrumClass");
+    state.erase("memoryReliefTip");
+    if (isSwapCritical(sample) && isEasing(state))
+        state["memoryReliefTip"] = memoryReliefTip;
+    return state;
+}
+
+}  // namespace quenchly::demo

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "machine_sample.h"
+#include "state_files.h"
+#include "timestamp.h"
+
+namespace quenchly::demo {
+
+/// The state after a check: the sample judged, the streaks counted on, and the lists kept as they were.
+Json checkedState(Json previous, const MachineSample& sample, Instant now);
+
+}  // namespace quenchly::demo

@@ -1,0 +1,266 @@
+#include "commands.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <optional>
+#include <sstream>
+#include <string_view>
+#include <system_error>
+
+#include "check.h"
+#include "file_changes.h"
+#include "launch_agent.h"
+#include "machine_sample.h"
+#include "scenarios.h"
+#include "state_files.h"
+#include "timestamp.h"
+
+namespace quenchly::demo {
+namespace {
+
+constexpr int failed = 1;
+constexpr int misused = 2;
+
+struct Invocation {
+    std::filesystem::path dataHome;
+    std::filesystem::path launchAgents;
+    std::string tool;
+    std::string operand;
+    Instant now;
+};
+
+Outcome applied(const FileChanges& changes)
+{
+    if (const auto failure = apply(changes))
+        return {.status = failed, .text = *failure};
+    return {};
+}
+
+Outcome check(const Invocation& invocation)
+{
+    const std::optional<MachineSample> sample = sampleMachine();
+    if (!sample)
+        return {.status = failed, .text = "cannot read the load average"};
+    const std::filesystem::path path = StateFiles(invocation.dataHome).heatState();
+    const Json previous = readObject(path).value_or(Json::object());
+    return applied({.writes = {storing(checkedState(previous, *sample, invocation.now), path)}});
+}
+
+Outcome enable(const Invocation& invocation)
+{
+    const std::filesystem::path path = StateFiles(invocation.dataHome).managed();
+    Json managed = readObject(path).value_or(Json::object());
+    managed.erase("disabledAt");
+    return applied({.writes = {storing(managed, path)}});
+}
+
+Outcome disable(const Invocation& invocation)
+{
+    const std::filesystem::path path = StateFiles(invocation.dataHome).managed();
+    Json managed = readObject(path).value_or(Json::object());
+    managed["disabledAt"] = isoText(invocation.now);
+    return applied({.writes = {storing(managed, path)}});
+}
+
+Outcome unloadListed(const Invocation& invocation)
+{
+    const StateFiles files(invocation.dataHome);
+    FileChanges changes{.writes = {storing(idleThrottle(), files.throttle())}};
+    if (std::optional<Json> state = readObject(files.heatState())) {
+        (*state)["paused"] = Json::array();
+        (*state)["slowActive"] = false;
+        (*state)["updatedAt"] = isoText(invocation.now);
+        state->erase("memoryReliefTip");
+        changes.writes.push_back(storing(*state, files.heatState()));
+    }
+    return applied(changes);
+}
+
+bool isEntry(const Json& entry, const std::string& id)
+{
+    return entry.is_object() && entry.contains("id") && entry["id"] == id;
+}
+
+bool acknowledge(Json& state, const std::string& id)
+{
+    const auto entries = state.find("quarantined");
+    if (entries == state.end() || !entries->is_array())
+        return false;
+    bool found = false;
+    for (Json& entry : *entries)
+        if (isEntry(entry, id)) {
+            entry["acknowledged"] = true;
+            found = true;
+        }
+    return found;
+}
+
+Outcome acknowledgeSetAside(const Invocation& invocation)
+{
+    const std::filesystem::path path = StateFiles(invocation.dataHome).heatState();
+    std::optional<Json> state = readObject(path);
+    if (!state || !acknowledge(*state, invocation.operand))
+        return {.status = failed, .text = "nothing set aside has the id '" + invocation.operand + "'"};
+    (*state)["updatedAt"] = isoText(invocation.now);
+    return applied({.writes = {storing(*state, path)}});
+}
+
+Outcome installAgent(const Invocation& invocation)
+{
+    return applied({.writes = {launchAgent(invocation.launchAgents, invocation.tool, invocation.dataHome)}});
+}
+
+Outcome removeAgent(const Invocation& invocation)
+{
+    return applied({.removals = {launchAgentPath(invocation.launchAgents)}});
+}
+
+Outcome uninstall(const Invocation& invocation)
+{
+    const StateFiles files(invocation.dataHome);
+    return applied({.removals = {launchAgentPath(invocation.launchAgents), files.heatState(), files.managed(),
+                                 files.protectMode(), files.throttle()}});
+}
+
+Outcome listScenarios(const Invocation&)
+{
+    Outcome outcome;
+    for (const std::string_view name : scenarioNames())
+        outcome.text.append(name).append("\n");
+    return outcome;
+}
+
+Outcome playScenario(const Invocation& invocation)
+{
+    const auto changes = scenario(invocation.operand, {.dataHome = invocation.dataHome,
+                                                       .launchAgents = invocation.launchAgents,
+                                                       .tool = invocation.tool,
+                                                       .now = invocation.now});
+    if (!changes)
+        return {.status = misused, .text = "unknown scenario '" + invocation.operand + "'"};
+    return applied(*changes);
+}
+
+Outcome help(const Invocation&);
+
+struct Folders {
+    bool dataHome = false;
+    bool launchAgents = false;
+};
+
+struct Command {
+    std::string_view usage;  // words as they are typed; a word in capitals stands for the operand
+    std::string_view summary;
+    Folders needs;
+    Outcome (*run)(const Invocation&);
+};
+
+constexpr std::array<Command, 11> commands{{
+    {"check", "sample load and swap and judge them", {.dataHome = true}, check},
+    {"enable", "switch Protection on", {.dataHome = true}, enable},
+    {"disable", "switch Protection off", {.dataHome = true}, disable},
+    {"unload-listed", "let go of everything held or slowed", {.dataHome = true}, unloadListed},
+    {"quarantine ack ID", "acknowledge what was set aside", {.dataHome = true}, acknowledgeSetAside},
+    {"install-agent", "install the launch agent", {.dataHome = true, .launchAgents = true}, installAgent},
+    {"remove-agent", "remove the launch agent", {.launchAgents = true}, removeAgent},
+    {"uninstall --yes", "remove the state and the launch agent", {.dataHome = true, .launchAgents = true}, uninstall},
+    {"scenario", "list the situations that can be played", {}, listScenarios},
+    {"scenario NAME", "play a situation", {.dataHome = true, .launchAgents = true}, playScenario},
+    {"help", "show this list", {}, help},
+}};
+
+Outcome help(const Invocation&)
+{
+    constexpr std::size_t column = 20;
+    Outcome outcome{.text =
+                        "A stand-in for the Quenchly checker. It keeps to the folders that QUENCHLY_HOME and\n"
+                        "QUENCHLY_LAUNCH_AGENTS name, and touches no process.\n\n"};
+    for (const Command& command : commands) {
+        const std::string padding(column - command.usage.size(), ' ');
+        outcome.text.append("  quenchly ").append(command.usage).append(padding).append(command.summary).append("\n");
+    }
+    return outcome;
+}
+
+std::vector<std::string> wordsOf(std::string_view usage)
+{
+    std::istringstream stream{std::string(usage)};
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+bool isOperand(const std::string& word)
+{
+    return std::isupper(static_cast<unsigned char>(word.front())) != 0;
+}
+
+bool matches(const Command& command, const std::vector<std::string>& arguments)
+{
+    const auto fits = [](const std::string& word, const std::string& argument) {
+        return isOperand(word) || word == argument;
+    };
+    return std::ranges::equal(wordsOf(command.usage), arguments, fits);
+}
+
+std::string misuse(const std::vector<std::string>& arguments)
+{
+    if (arguments.empty())
+        return "no command; see 'quenchly help'";
+    for (const Command& command : commands)
+        if (wordsOf(command.usage).front() == arguments.front())
+            return "usage: quenchly " + std::string(command.usage);
+    return "unknown command '" + arguments.front() + "'; see 'quenchly help'";
+}
+
+/// The absolute folder that an environment variable names; empty when it names none.
+std::filesystem::path folderFrom(const char* variable)
+{
+    const char* value = std::getenv(variable);
+    std::error_code failure;
+    return value == nullptr || *value == '\0' ? std::filesystem::path() : std::filesystem::absolute(value, failure);
+}
+
+/// A path that still holds when launchd starts the tool from another folder; a bare name is looked up there too.
+std::string launchablePath(const std::string& program)
+{
+    std::error_code failure;
+    return program.find('/') == std::string::npos ? program : std::filesystem::absolute(program, failure).string();
+}
+
+std::optional<std::string> missingFolder(const Folders& needs, const Invocation& invocation)
+{
+    if (needs.dataHome && invocation.dataHome.empty())
+        return "QUENCHLY_HOME is not set";
+    if (needs.launchAgents && invocation.launchAgents.empty())
+        return "QUENCHLY_LAUNCH_AGENTS is not set";
+    return std::nullopt;
+}
+
+Outcome run(const Command& command, const Invocation& invocation)
+{
+    if (const auto missing = missingFolder(command.needs, invocation))
+        return {.status = misused, .text = *missing};
+    if (!command.needs.dataHome)
+        return command.run(invocation);
+    const FolderLock lock(StateFiles(invocation.dataHome).folder());
+    return command.run(invocation);
+}
+
+}  // namespace
+
+Outcome runCommand(const std::string& program, const std::vector<std::string>& arguments)
+{
+    const auto command = std::ranges::find_if(commands, [&](const Command& c) { return matches(c, arguments); });
+    if (command == commands.end())
+        return {.status = misused, .text = misuse(arguments)};
+    return run(*command, {.dataHome = folderFrom("QUENCHLY_HOME"),
+                          .launchAgents = folderFrom("QUENCHLY_LAUNCH_AGENTS"),
+                          .tool = launchablePath(program),
+                          .operand = arguments.back(),
+                          .now = currentInstant()});
+}
+
+}  // namespace quenchly::demo

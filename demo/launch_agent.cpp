@@ -1,0 +1,60 @@
+#include "launch_agent.h"
+
+#include <string_view>
+
+namespace quenchly::demo {
+namespace {
+
+std::string escaped(std::string_view text)
+{
+    std::string result;
+    for (const char character : text) {
+        if (character == '&')
+            result += "&amp;";
+        else if (character == '<')
+            result += "&lt;";
+        else
+            result += character;
+    }
+    return result;
+}
+
+}  // namespace
+
+std::filesystem::path launchAgentPath(const std::filesystem::path& launchAgents)
+{
+    return launchAgents / "com.brindlemoor.quenchly.plist";
+}
+
+FileWrite launchAgent(const std::filesystem::path& launchAgents, const std::string& tool,
+                      const std::filesystem::path& dataHome)
+{
+    std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">
+<dict>
+    <key>Label</key>
+    <string>com.brindlemoor.quenchly</string>
+    <key>ProgramArguments</key>
+    <array>
+        <string>)" + escaped(tool) +
+                       R"(</string>
+        <string>check</string>
+    </array>
+    <key>EnvironmentVariables</key>
+    <dict>
+        <key>QUENCHLY_HOME</key>
+        <string>)" + escaped(dataHome.string()) +
+                       R"(</string>
+    </dict>
+    <key>RunAtLoad</key>
+    <true/>
+    <key>StartInterval</key>
+    <integer>60</integer>
+</dict>
+</plist>
+)";
+    return {.path = launchAgentPath(launchAgents), .text = std::move(text)};
+}
+
+}  // namespace quenchly::demo

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "file_changes.h"
+
+namespace quenchly::demo {
+
+/// Keeps the keys in the order in which they were written, as a person reads them.
+using Json = nlohmann::ordered_json;
+
+/// The checker's files in a data folder.
+class StateFiles {
+public:
+    explicit StateFiles(const std::filesystem::path& dataHome) : folder_(dataHome / "state") {}
+
+    const std::filesystem::path& folder() const { return folder_; }
+    std::filesystem::path heatState() const { return folder_ / "heat-state.json"; }
+    std::filesystem::path managed() const { return folder_ / "managed.json"; }
+    std::filesystem::path protectMode() const { return folder_ / "protect-mode.json"; }
+    std::filesystem::path throttle() const { return folder_ / "throttle.json"; }
+
+private:
+    std::filesystem::path folder_;
+};
+
+/// The object that a file holds; none when the file is missing, is not JSON or holds something else.
+std::optional<Json> readObject(const std::filesystem::path& path);
+
+/// The text of an object as it is stored.
+FileWrite storing(const Json& object, std::filesystem::path path);
+
+/// How `throttle.json` reads when nothing is slowed.
+Json idleThrottle();
+
+/// Lets one command at a time change the files of a folder, so that none loses what another one wrote. The folder
+/// itself is locked, which leaves no lock file behind; while there is no folder there is nothing to lose.
+class FolderLock {
+public:
+    explicit FolderLock(const std::filesystem::path& folder);
+    ~FolderLock();
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+
+private:
+    int descriptor_;
+};
+
+}  // namespace quenchly::demo
