@@ -123,6 +123,12 @@ std::optional<AppLanguage> languageForTag(std::string_view tag)
     return std::nullopt;
 }
 
+std::optional<AppLanguage> languageForCode(std::string_view code)
+{
+    const auto named = fromRawValue<AppLanguage>(code);
+    return named ? named : languageForTag(code);
+}
+
 AppLanguage languageForPreferences(std::span<const std::string> preferredLanguages)
 {
     for (const std::string& tag : preferredLanguages)

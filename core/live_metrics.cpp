@@ -77,7 +77,8 @@ std::optional<LastMetrics> sampleFrom(const Readings& readings, bool swapCritica
 
 Swap swapFromUsageText(std::string_view text)
 {
-    static const std::regex figures(R"(total = ([0-9.]+)M +used = ([0-9.]+)M)");
+    // Repetitions are bounded because libstdc++ recurses once for each, down to a stack overflow.
+    static const std::regex figures(R"(total = ([0-9.]{1,30})M {1,10}used = ([0-9.]{1,30})M)");
     std::match_results<std::string_view::const_iterator> found;
     if (!std::regex_search(text.begin(), text.end(), found, figures))
         return {};

@@ -1,0 +1,57 @@
+#include "headless.h"
+
+#include <QDir>
+#include <QPixmap>
+#include <QSaveFile>
+
+#include "menu_bar_content.h"
+#include "menu_bar_picture.h"
+#include "status_json.h"
+#include "status_window.h"
+
+namespace quenchly {
+namespace {
+
+constexpr double scale = 2.0;
+
+/// Answers that everything was applied long ago.
+class SettledDefaults final : public UserDefaults {
+public:
+    bool contains(const std::string&) const override { return true; }
+    void setBool(const std::string&, bool) override {}
+};
+
+QImage panelPicture(const StateWatcher& watcher)
+{
+    StatusWindow window(watcher, StatusWindow::Role::popup);
+    window.refresh();
+    return window.grab().toImage();
+}
+
+bool writeFile(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+}  // namespace
+
+System withoutSideEffects(System system)
+{
+    system.userDefaults = std::make_shared<SettledDefaults>();
+    return system;
+}
+
+QString renderHeadless(const StateWatcher& watcher, const QString& folder)
+{
+    const QDir directory(folder);
+    const QByteArray json = QByteArray::fromStdString(statusJson(watcher.status()) + "\n");
+    const bool written =
+        directory.mkpath(QStringLiteral(".")) &&
+        menuBarPicture(menuBarContent(watcher), scale).save(directory.filePath(QStringLiteral("menu-bar.png"))) &&
+        panelPicture(watcher).save(directory.filePath(QStringLiteral("panel.png"))) &&
+        writeFile(directory.filePath(QStringLiteral("status.json")), json);
+    return written ? QString() : QStringLiteral("cannot write into %1").arg(folder);
+}
+
+}  // namespace quenchly

@@ -1,0 +1,126 @@
+#include <QApplication>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <optional>
+
+#include "application_policy.h"
+#include "command_line.h"
+#include "demo_player.h"
+#include "headless.h"
+#include "menu_bar_application.h"
+#include "single_instance.h"
+#include "system.h"
+#include "version.h"
+
+namespace {
+
+using namespace quenchly;
+
+int fail(const QString& message, int exitStatus = 1)
+{
+    std::fprintf(stderr, "quenchly-menubar: %s\n", qPrintable(message));
+    return exitStatus;
+}
+
+QStringList argumentList(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments += QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+/// Without this, Qt would end the program with a page of advice about plugins.
+bool displayIsMissing()
+{
+#ifdef Q_OS_MACOS
+    return false;
+#else
+    return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+           qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+#endif
+}
+
+void prepareEnvironment(bool headless)
+{
+    if (!headless)
+        return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_SCALE_FACTOR", "2");
+}
+
+/// The home folder to use instead of the user's; a demo gets a fresh one when none is given.
+std::optional<std::filesystem::path> homeFolder(const CommandLine& line, std::optional<QTemporaryDir>& scratch)
+{
+    if (line.home)
+        return line.home->toStdString();
+    if (!line.demo)
+        return std::nullopt;
+    return scratch.emplace().path().toStdString();
+}
+
+int runInMenuBar(System system)
+{
+    SingleInstance instance(QString::fromStdString(system.homeFolder.string()));
+    switch (instance.claim(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"))) {
+        case SingleInstance::Outcome::handedOver:
+            return 0;
+        case SingleInstance::Outcome::unreachable:
+            return fail(QStringLiteral("another one runs but does not answer"));
+        case SingleInstance::Outcome::first:
+            break;
+    }
+    StateWatcher watcher(std::move(system));
+    MenuBarApplication application(watcher, makeMenuBarExtra());
+    QObject::connect(&instance, &SingleInstance::openRequested, &application,
+                     [&](const QString& token) { application.open({}, token); });
+    return QApplication::exec();
+}
+
+int run(const CommandLine& line)
+{
+    std::optional<QTemporaryDir> scratch;
+    System system = makeSystem(homeFolder(line, scratch));
+    std::optional<DemoPlayer> player;
+    if (line.demo) {
+        DemoPlayer::adapt(system);
+        player.emplace(system, line.scenario);
+        if (const QString error = player->begin(); !error.isEmpty())
+            return fail(error);
+    }
+    if (!line.headlessFolder)
+        return runInMenuBar(std::move(system));
+
+    const StateWatcher watcher(withoutSideEffects(std::move(system)));
+    if (const QString error = renderHeadless(watcher, *line.headlessFolder); !error.isEmpty())
+        return fail(error);
+    std::printf("%s: menu-bar.png, panel.png, status.json\n", qPrintable(*line.headlessFolder));
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    const CommandLine line = parseCommandLine(argumentList(argc, argv));
+    if (!line.error.isEmpty())
+        return fail(line.error, 2);
+    if (line.showHelp || line.showVersion) {
+        std::fputs(line.showHelp ? qPrintable(commandLineHelp()) : "quenchly-menubar ", stdout);
+        if (!line.showHelp)
+            std::puts(quenchly::version);
+        return 0;
+    }
+    if (!line.headlessFolder && displayIsMissing())
+        return fail(QStringLiteral("no display; --headless DIR renders without one, quenchly-status prints"));
+    prepareEnvironment(line.headlessFolder.has_value());
+    quenchly::L10n::testingLanguage = line.language;
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("quenchly-menubar"));
+    QApplication::setApplicationVersion(QString::fromLatin1(quenchly::version));
+    QApplication::setDesktopFileName(QStringLiteral("quenchly"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    quenchly::becomeMenuBarApplication();
+    return run(line);
+}

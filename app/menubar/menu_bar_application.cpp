@@ -1,0 +1,72 @@
+#include "menu_bar_application.h"
+
+#include <QEvent>
+#include <utility>
+
+#include "menu_bar_content.h"
+
+namespace quenchly {
+namespace {
+
+/// A press on the item first takes the focus from the open window, which closes; the press itself arrives just after
+/// and must not open it again. In milliseconds.
+constexpr qint64 samePressInterval = 250;
+
+}  // namespace
+
+MenuBarApplication::MenuBarApplication(StateWatcher& watcher, std::unique_ptr<MenuBarExtra> extra)
+    : watcher_(watcher), extra_(std::move(extra))
+{
+    const auto showContent = [this] { extra_->setContent(menuBarContent(watcher_)); };
+    showContent();
+    connect(&watcher_, &StateWatcher::published, this, showContent);
+    connect(extra_.get(), &MenuBarExtra::activated, this, &MenuBarApplication::toggle);
+    connect(extra_.get(), &MenuBarExtra::availabilityChanged, this, &MenuBarApplication::followAvailability);
+}
+
+MenuBarApplication::~MenuBarApplication() = default;
+
+void MenuBarApplication::open(QPoint position, const QString& activationToken)
+{
+    if (!activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());  // Qt's Wayland client passes it on and clears it
+    if (!position.isNull())
+        lastPosition_ = position;
+    window().openAt(lastPosition_);
+}
+
+void MenuBarApplication::toggle(QPoint position, const QString& activationToken)
+{
+    if (window().isVisible())
+        window().close();
+    else if (!sinceHidden_.isValid() || sinceHidden_.elapsed() > samePressInterval)
+        open(position, activationToken);
+}
+
+void MenuBarApplication::followAvailability(bool available)
+{
+    window_.reset();  // its role depends on whether there is an item
+    // Later losses stay silent: a tray that goes away behind a lock screen must not leave a window behind it.
+    const bool first = !std::exchange(availabilityKnown_, true);
+    if (first && !available)
+        open({}, {});
+}
+
+StatusWindow& MenuBarApplication::window()
+{
+    if (!window_) {
+        const auto role = extra_->isAvailable() ? StatusWindow::Role::popup : StatusWindow::Role::ordinary;
+        window_ = std::make_unique<StatusWindow>(watcher_, role);
+        window_->installEventFilter(this);
+    }
+    return *window_;
+}
+
+bool MenuBarApplication::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() == QEvent::Hide)
+        sinceHidden_.start();
+    return QObject::eventFilter(object, event);
+}
+
+}  // namespace quenchly

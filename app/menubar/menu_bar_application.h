@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <memory>
+
+#include "menu_bar_extra.h"
+#include "state_watcher.h"
+#include "status_window.h"
+
+namespace quenchly {
+
+/// Joins the watcher, the item in the menu bar and the window that opens from it.
+class MenuBarApplication : public QObject {
+    Q_OBJECT
+
+public:
+    MenuBarApplication(StateWatcher& watcher, std::unique_ptr<MenuBarExtra> extra);
+    ~MenuBarApplication() override;
+
+    /// Opens the window, also when it is open behind others.
+    void open(QPoint position, const QString& activationToken);
+
+private:
+    void toggle(QPoint position, const QString& activationToken);
+    void followAvailability(bool available);
+    StatusWindow& window();
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+    StateWatcher& watcher_;
+    std::unique_ptr<MenuBarExtra> extra_;
+    std::unique_ptr<StatusWindow> window_;
+    QPoint lastPosition_;
+    QElapsedTimer sinceHidden_;
+    bool availabilityKnown_ = false;
+};
+
+}  // namespace quenchly

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QLocalServer>
+#include <QLockFile>
+#include <QObject>
+#include <QString>
+#include <memory>
+
+namespace quenchly {
+
+/// Makes sure that one program runs for each user and home folder. A second start asks the first to open its panel.
+class SingleInstance : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Outcome {
+        first,        ///< this is the one that runs
+        handedOver,   ///< another runs and was asked to open its panel
+        unreachable,  ///< another runs but does not listen
+    };
+
+    explicit SingleInstance(const QString& homeFolder);
+
+    /// Becomes the one that runs, or hands over to it together with an activation token (empty when there is none).
+    Outcome claim(const QString& activationToken);
+
+Q_SIGNALS:
+    /// A second start asks for the panel.
+    void openRequested(const QString& activationToken);
+
+private:
+    bool handOver(const QString& activationToken);
+    void receive();
+
+    QString socketPath_;
+    QLockFile lock_;
+    QLocalServer server_;
+};
+
+}  // namespace quenchly

@@ -1,0 +1,149 @@
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <system_error>
+#include <thread>
+
+#include "file_reading.h"
+#include "live_metrics.h"
+#include "state_folder.h"
+#include "status_builder.h"
+#include "status_json.h"
+#include "status_options.h"
+#include "status_text.h"
+#include "version.h"
+
+namespace {
+
+using namespace quenchly;
+
+constexpr const char* helpText =
+    "Usage: quenchly-status [--json | --bar] [--watch] [--no-live] [options]\n"
+    "Prints how this machine bears its local AI models.\n"
+    "\n"
+    "  --json               one JSON object with every field of the status\n"
+    "  --bar                one line of JSON with text, tooltip and class, for the custom module of a status bar\n"
+    "  --watch              print again, at most once a second, whenever something changed\n"
+    "  --no-live            show the checker's own figures instead of a live sample\n"
+    "  --home DIR           look below DIR instead of the home folder\n"
+    "  --data-home DIR      the checker's data folder\n"
+    "  --launch-agents DIR  the folder of the background job's file\n"
+    "  --now ISO            the time to reckon with\n"
+    "  --language CODE      en, ja, fil, zh-Hans, zh-Hant or ko\n"
+    "  --version, --help\n";
+
+std::map<std::string, std::string> folderVariables()
+{
+    std::map<std::string, std::string> variables;
+    for (const char* name : {"QUENCHLY_HOME", "QUENCHKY_HOME"})
+        if (const char* value = std::getenv(name))
+            variables.emplace(name, value);
+    return variables;
+}
+
+StateFileResolver::Resolution stateFolder(const StatusOptions& options)
+{
+    if (options.dataHome)
+        return {.dataHome = *options.dataHome, .state = *options.dataHome / "state/heat-state.json"};
+    std::error_code ignored;
+    return StateFileResolver::resolve({.env = folderVariables(),
+                                       .homeFolder = options.home,
+                                       .currentDirectory = std::filesystem::current_path(ignored)});
+}
+
+Instant currentTime(const StatusOptions& options)
+{
+    if (options.now)
+        return *options.now;
+    return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
+}
+
+/// A missing file is an empty state and takes no live sample; one that is no state counts as none. No status at all
+/// when there is a file that cannot be read.
+std::optional<QuenchStatus> currentStatus(const StatusOptions& options, const StateFileResolver::Resolution& folder,
+                                          Instant now)
+{
+    const FileReading file = readFile(folder.state);
+    if (file.outcome == FileReading::Outcome::unreadable)
+        return std::nullopt;
+    const bool missing = file.outcome == FileReading::Outcome::missing;
+    const std::optional<HeatState> state = missing ? HeatState() : HeatState::parse(file.bytes);
+    const QuenchStatus status = QuenchStatusBuilder::build(
+        {.state = state, .dataHome = folder.dataHome, .launchAgentsDir = options.launchAgents, .now = now});
+    if (missing || !options.live)
+        return status;
+    const auto sample = LiveMetricsSampler::sample(status.swapCritical);
+    return sample ? status.withLiveMetrics(*sample) : status;
+}
+
+QuenchStatus statusWithoutState(const StatusOptions& options, const StateFileResolver::Resolution& folder, Instant now)
+{
+    return QuenchStatusBuilder::build(
+        {.state = std::nullopt, .dataHome = folder.dataHome, .launchAgentsDir = options.launchAgents, .now = now});
+}
+
+std::string render(const StatusOptions& options, const QuenchStatus& status, Instant now)
+{
+    switch (options.format) {
+        case StatusOptions::Format::json:
+            return statusJson(status) + "\n";
+        case StatusOptions::Format::bar:
+            return barStatus(status, now);
+        case StatusOptions::Format::plain:
+            break;
+    }
+    return plainStatus(status, now);
+}
+
+bool print(const std::string& text)
+{
+    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+}
+
+int printOnce(const StatusOptions& options, const StateFileResolver::Resolution& folder)
+{
+    const Instant now = currentTime(options);
+    const auto status = currentStatus(options, folder, now);
+    return print(render(options, status ? *status : statusWithoutState(options, folder, now), now)) ? 0 : 1;
+}
+
+/// Until nobody reads any more. While the state cannot be read, the last known status stands.
+int watch(const StatusOptions& options, const StateFileResolver::Resolution& folder)
+{
+    std::string shown;
+    std::optional<QuenchStatus> status;
+    for (;;) {
+        const Instant now = currentTime(options);
+        if (auto current = currentStatus(options, folder, now))
+            status = std::move(current);
+        else if (!status)
+            status = statusWithoutState(options, folder, now);
+        std::string text = render(options, *status, now);
+        if (text != shown && !print(text))
+            return 0;
+        shown = std::move(text);
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    const StatusOptions options = parseStatusOptions(argc, argv);
+    if (!options.error.empty()) {
+        std::fprintf(stderr, "quenchly-status: %s\n", options.error.c_str());
+        return 2;
+    }
+    if (options.showHelp)
+        return print(helpText) ? 0 : 1;
+    if (options.showVersion)
+        return print(std::string("quenchly-status ") + version + "\n") ? 0 : 1;
+    L10n::testingLanguage = options.language;
+    const StateFileResolver::Resolution folder = stateFolder(options);
+    return options.watch ? watch(options, folder) : printOnce(options, folder);
+}

@@ -1,0 +1,128 @@
+#include "status_options.h"
+
+#include <getopt.h>
+
+#include <array>
+#include <system_error>
+
+#include "relative_time.h"
+#include "user_home.h"
+
+namespace quenchly {
+namespace {
+
+namespace fs = std::filesystem;
+
+enum Option : int { json = 1, bar, watch, noLive, home, dataHome, launchAgents, now, language, version, help };
+
+constexpr std::array<option, 12> longOptions{{
+    {"json", no_argument, nullptr, json},
+    {"bar", no_argument, nullptr, bar},
+    {"watch", no_argument, nullptr, watch},
+    {"no-live", no_argument, nullptr, noLive},
+    {"home", required_argument, nullptr, home},
+    {"data-home", required_argument, nullptr, dataHome},
+    {"launch-agents", required_argument, nullptr, launchAgents},
+    {"now", required_argument, nullptr, now},
+    {"language", required_argument, nullptr, language},
+    {"version", no_argument, nullptr, version},
+    {"help", no_argument, nullptr, help},
+    {nullptr, 0, nullptr, 0},
+}};
+
+fs::path absolutePath(const char* text)
+{
+    std::error_code ignored;
+    return fs::absolute(text, ignored);
+}
+
+void setFormat(StatusOptions& options, StatusOptions::Format format)
+{
+    if (options.format != StatusOptions::Format::plain && options.format != format)
+        options.error = "--json and --bar exclude each other";
+    options.format = format;
+}
+
+void setNow(StatusOptions& options, const char* text)
+{
+    options.now = RelativeTime::date(text);
+    if (!options.now)
+        options.error = std::string("not an ISO-8601 time: ") + text;
+}
+
+void setLanguage(StatusOptions& options, const char* code)
+{
+    options.language = L10n::languageForCode(code);
+    if (!options.language)
+        options.error = std::string("unknown language: ") + code + " (en, ja, fil, zh-Hans, zh-Hant, ko)";
+}
+
+void apply(StatusOptions& options, std::optional<fs::path>& launchAgentsDir, int option)
+{
+    switch (option) {
+        case json:
+            return setFormat(options, StatusOptions::Format::json);
+        case bar:
+            return setFormat(options, StatusOptions::Format::bar);
+        case watch:
+            options.watch = true;
+            return;
+        case noLive:
+            options.live = false;
+            return;
+        case home:
+            options.home = absolutePath(optarg);
+            return;
+        case dataHome:
+            options.dataHome = absolutePath(optarg);
+            return;
+        case launchAgents:
+            launchAgentsDir = absolutePath(optarg);
+            return;
+        case now:
+            return setNow(options, optarg);
+        case language:
+            return setLanguage(options, optarg);
+        case version:
+            options.showVersion = true;
+            return;
+        case help:
+            options.showHelp = true;
+            return;
+        default:
+            options.error = "unknown option";
+    }
+}
+
+/// The argument that getopt stopped at, for the message; getopt's own would begin with the program's path.
+std::string refusedArgument(int argc, char** argv)
+{
+    const int at = optind - 1;
+    return at > 0 && at < argc ? argv[at] : "";
+}
+
+}  // namespace
+
+StatusOptions parseStatusOptions(int argc, char** argv)
+{
+    StatusOptions options;
+    std::optional<fs::path> launchAgentsDir;
+    opterr = 0;
+    for (int option;
+         options.error.empty() && (option = getopt_long(argc, argv, ":", longOptions.data(), nullptr)) != -1;) {
+        if (option == ':')
+            options.error = "option needs a value: " + refusedArgument(argc, argv);
+        else if (option == '?')
+            options.error = "unknown option: " + refusedArgument(argc, argv);
+        else
+            apply(options, launchAgentsDir, option);
+    }
+    if (options.error.empty() && optind < argc)
+        options.error = std::string("unexpected argument: ") + argv[optind];
+    if (options.home.empty())
+        options.home = userHomeFolder();
+    options.launchAgents = launchAgentsDir ? *launchAgentsDir : options.home / "Library/LaunchAgents";
+    return options;
+}
+
+}  // namespace quenchly
