@@ -1,0 +1,107 @@
+#include "single_instance.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QLocalSocket>
+#include <QSignalSpy>
+#include <thread>
+
+#include "test_files.h"
+
+namespace quenchly {
+namespace {
+
+using Outcome = SingleInstance::Outcome;
+
+class SingleInstanceTest : public ::testing::Test {
+protected:
+    SingleInstanceTest() { qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(runtime.path().string())); }
+    ~SingleInstanceTest() override
+    {
+        before.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", before);
+    }
+
+    testing::ScratchFolder runtime;
+    QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+    QString home = QStringLiteral("/home/someone");
+};
+
+TEST_F(SingleInstanceTest, ASecondStartAsksTheFirstToOpen)
+{
+    SingleInstance first(home);
+    ASSERT_EQ(first.claim({}), Outcome::first);
+    QSignalSpy requests(&first, &SingleInstance::openRequested);
+    Outcome second = Outcome::unreachable;
+    std::thread other([&] { second = SingleInstance(home).claim(QStringLiteral("token-1")); });
+    EXPECT_TRUE(requests.wait(60'000));
+    other.join();
+    EXPECT_EQ(second, Outcome::handedOver);
+    EXPECT_EQ(requests.first().first().toString(), QStringLiteral("token-1"));
+    EXPECT_EQ(requests.count(), 1);
+}
+
+TEST_F(SingleInstanceTest, AnotherHomeFolderIsAnotherProgram)
+{
+    SingleInstance first(home);
+    SingleInstance second(QStringLiteral("/home/other"));
+    EXPECT_EQ(first.claim({}), Outcome::first);
+    EXPECT_EQ(second.claim({}), Outcome::first);
+}
+
+TEST_F(SingleInstanceTest, ItLeavesNothingBehind)
+{
+    {
+        SingleInstance first(home);
+        ASSERT_EQ(first.claim({}), Outcome::first);
+        EXPECT_FALSE(std::filesystem::is_empty(runtime.path()));
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(runtime.path()));
+}
+
+TEST_F(SingleInstanceTest, WhatACrashedProgramLeftBehindIsTakenOver)
+{
+    const pid_t crashing = fork();
+    if (crashing == 0) {
+        SingleInstance first(home);
+        _exit(first.claim({}) == Outcome::first ? 0 : 1);  // without a destructor
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(crashing, &status, 0), crashing);
+    ASSERT_EQ(status, 0);
+    EXPECT_FALSE(std::filesystem::is_empty(runtime.path()));
+    EXPECT_EQ(SingleInstance(home).claim({}), Outcome::first);
+}
+
+TEST_F(SingleInstanceTest, AFirstThatDoesNotListenIsReported)
+{
+    SingleInstance first(home);
+    ASSERT_EQ(first.claim({}), Outcome::first);
+    for (const auto& entry : std::filesystem::directory_iterator(runtime.path()))
+        if (entry.path().extension() == ".socket")
+            std::filesystem::remove(entry.path());
+    EXPECT_EQ(SingleInstance(home).claim({}), Outcome::unreachable);
+}
+
+TEST_F(SingleInstanceTest, NoiseOnTheSocketOpensNothing)
+{
+    SingleInstance first(home);
+    ASSERT_EQ(first.claim({}), Outcome::first);
+    QSignalSpy requests(&first, &SingleInstance::openRequested);
+    std::string socketPath;
+    for (const auto& entry : std::filesystem::directory_iterator(runtime.path()))
+        if (entry.path().extension() == ".socket")
+            socketPath = entry.path();
+    ASSERT_FALSE(socketPath.empty());
+    QLocalSocket noisy;
+    noisy.connectToServer(QString::fromStdString(socketPath));
+    ASSERT_TRUE(noisy.waitForConnected());
+    noisy.write(QByteArray(5'000'000, 'x'));
+    noisy.flush();
+    noisy.disconnectFromServer();
+    EXPECT_FALSE(requests.wait(200));
+}
+
+}  // namespace
+}  // namespace quenchly

@@ -1,0 +1,618 @@
+#include "l10n.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "l10n_tables.h"
+
+namespace quenchly {
+namespace {
+
+using Tags = std::vector<std::string>;
+
+constexpr std::array allLanguages{AppLanguage::en,     AppLanguage::ja,     AppLanguage::tl,
+                                  AppLanguage::zhHans, AppLanguage::zhHant, AppLanguage::ko};
+
+struct Golden {
+    std::string_view key;
+    std::array<std::string_view, 6> texts;  // in the order of `allLanguages`
+};
+
+const Golden goldenLabels[] = {
+    {"protection_targets",
+     {"Ollama, MLX, LM Studio headless, llama.cpp. Never code editors, browsers, or Mail.",
+      "Ollama、MLX、LM Studio headless、llama.cpp。コードエディタ、ブラウザ、Mailは対象外。",
+      "Ollama, MLX, LM Studio headless, llama.cpp. Hindi code editors, browsers, o Mail.",
+      "Ollama、MLX、LM Studio headless、llama.cpp。不会作用于代码编辑器、浏览器或邮件。",
+      "Ollama、MLX、LM Studio headless、llama.cpp。不會作用於程式編輯器、瀏覽器或郵件。",
+      "Ollama, MLX, LM Studio headless, llama.cpp. 코드 편집기·브라우저·Mail은 제외."}},
+    {"check_for_updates",
+     {"Check for Updates...", "アップデートを確認…", "Tingnan ang Updates...", "检查更新…", "檢查更新…",
+      "업데이트 확인…"}},
+    {"uninstall", {"Uninstall…", "アンインストール…", "I-uninstall…", "卸载…", "解除安裝…", "제거…"}},
+    {"quit",
+     {"Quit Quenchly", "Quenchlyを終了", "Isara ang Quenchly", "退出 Quenchly", "結束 Quenchly", "Quenchly 종료"}},
+    {"start_background_checks",
+     {"Start background checks", "バックグラウンドチェックを開始", "Simulan ang background checks", "启动后台检查",
+      "啟動背景檢查", "백그라운드 검사 시작"}},
+    {"unload_listed_ai",
+     {"Unload listed AI", "対象AIをアンロード", "I-unload ang listed AI", "卸载所列 AI", "卸載所列 AI",
+      "대상 AI 언로드"}},
+    {"extra_memory_on_disk",
+     {"extra memory on disk", "ディスク上の追加メモリ", "extra memory sa disk", "磁盘额外内存", "磁碟額外記憶體",
+      "디스크 추가 메모리"}},
+    {"protection_on",
+     {"Protection On", "Protection オン", "Protection On", "Protection 开", "Protection 開", "Protection 켜짐"}},
+    {"retaining_memory_on",
+     {"Retaining memory: On", "メモリ保持: オン", "Retaining memory: On", "保留内存：开", "保留記憶體：開",
+      "메모리 유지: 켜짐"}},
+    {"cadence_quiet",
+     {"Checks about every minute", "約1分ごとにチェック", "Tungkol sa bawat minuto ang checks", "大约每分钟检查一次",
+      "大約每分鐘檢查一次", "약 1분마다 검사"}},
+    {"set_aside_heading", {"SET ASIDE (%d)", "除外 (%d)", "ITABI (%d)", "暂存 (%d)", "暫存 (%d)", "제외 (%d)"}},
+    {"acknowledging", {"Acknowledging…", "了解処理中…", "Tina-acknowledge…", "正在确认…", "正在確認…", "확인 중…"}},
+    {"clear_all_n",
+     {"Clear all (%d)", "すべて解除 (%d)", "I-clear lahat (%d)", "全部清除 (%d)", "全部清除 (%d)", "모두 해제 (%d)"}},
+    {"auto_updates_off",
+     {"Auto updates: Off", "自動アップデート確認: オフ", "Auto updates: Off", "自动检查更新：关", "自動檢查更新：關",
+      "자동 업데이트 확인: 꺼짐"}},
+};
+
+const std::set<std::string_view> sameAsEnglishInFilipino{"live_data",
+                                                         "auto_updates",
+                                                         "load",
+                                                         "swap",
+                                                         "extra_on",
+                                                         "protection_on",
+                                                         "protection_off",
+                                                         "retaining_memory_on",
+                                                         "retaining_memory",
+                                                         "acknowledge",
+                                                         "off",
+                                                         "auto_updates_on",
+                                                         "auto_updates_off"};
+
+std::string lookUp(AppLanguage language, std::string_view key)
+{
+    L10n::testingLanguage = language;
+    std::string text = L10n::t(key);
+    L10n::testingLanguage.reset();
+    return text;
+}
+
+bool contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+bool isHelpKey(std::string_view key)
+{
+    return key.starts_with("help_");
+}
+
+std::vector<std::string> placeholders(std::string_view text)
+{
+    std::vector<std::string> found;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] == '%')
+            found.emplace_back(text.substr(i++, 2));
+    return found;
+}
+
+bool isAscii(char c)
+{
+    return static_cast<unsigned char>(c) < 0x80;
+}
+
+std::size_t wordCount(std::string_view text)
+{
+    std::size_t words = 0;
+    bool inWord = false;
+    for (const char c : text) {
+        const bool letter = std::isalpha(static_cast<unsigned char>(c)) != 0;
+        words += letter && !inWord ? 1 : 0;
+        inWord = c != ' ' && (inWord || letter);
+    }
+    return words;
+}
+
+/// The most words that stand together without a letter or a mark of another script between them.
+std::size_t longestAsciiRun(std::string_view text)
+{
+    std::size_t longest = 0;
+    for (std::size_t start = 0; start < text.size();) {
+        std::size_t end = start;
+        while (end < text.size() && isAscii(text[end]))
+            ++end;
+        longest = std::max(longest, wordCount(text.substr(start, end - start)));
+        start = end + 1;
+    }
+    return longest;
+}
+
+std::vector<std::string> sentences(std::string_view text)
+{
+    std::vector<std::string> found;
+    while (!text.empty()) {
+        const std::size_t stop = text.find(". ");
+        found.emplace_back(text.substr(0, stop == std::string_view::npos ? stop : stop + 1));
+        text.remove_prefix(stop == std::string_view::npos ? text.size() : stop + 2);
+    }
+    return found;
+}
+
+std::string withoutEllipsis(std::string label)
+{
+    for (const std::string_view mark : {"...", "…"})
+        if (label.ends_with(mark))
+            label.resize(label.size() - mark.size());
+    return label;
+}
+
+std::string upTo(const std::string& text, std::string_view mark)
+{
+    return text.substr(0, text.find(mark));
+}
+
+class L10nLookup : public testing::Test {
+protected:
+    void TearDown() override { L10n::testingLanguage.reset(); }
+};
+
+TEST(AppLanguage, RawValuesAreTheCaseNames)
+{
+    const std::array<std::string_view, 6> raw{"en", "ja", "tl", "zhHans", "zhHant", "ko"};
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        EXPECT_EQ(rawValue(allLanguages[i]), raw[i]);
+        EXPECT_EQ(fromRawValue<AppLanguage>(raw[i]), allLanguages[i]);
+    }
+}
+
+TEST(AppLanguage, NothingElseIsARawValue)
+{
+    for (const std::string_view text : {"", "zh-Hans", "zh-Hant", "zh", "fil", "EN", "en ", "fr"})
+        EXPECT_EQ(fromRawValue<AppLanguage>(text), std::nullopt) << text;
+}
+
+TEST(AppLanguage, LocaleIdentifiers)
+{
+    const std::array<std::string_view, 6> identifiers{"en", "ja", "fil", "zh-Hans", "zh-Hant", "ko"};
+    for (std::size_t i = 0; i < identifiers.size(); ++i)
+        EXPECT_EQ(localeIdentifier(allLanguages[i]), identifiers[i]);
+}
+
+TEST(L10n, TagsGiveTheirLanguage)
+{
+    const std::map<std::string_view, AppLanguage> expected{
+        {"en", AppLanguage::en},
+        {"en-GB", AppLanguage::en},
+        {"EN_us.UTF-8", AppLanguage::en},
+        {"ja", AppLanguage::ja},
+        {"ja_JP.UTF-8", AppLanguage::ja},
+        {"ko-KR", AppLanguage::ko},
+        {"zh-Hant-TW", AppLanguage::zhHant},
+        {"zh_TW", AppLanguage::zhHant},
+        {"zh-HK", AppLanguage::zhHant},
+        {"zh_MO.Big5", AppLanguage::zhHant},
+        {"ZH-HANT", AppLanguage::zhHant},
+        {"zh", AppLanguage::zhHans},
+        {"zh-Hans-CN", AppLanguage::zhHans},
+        {"zh_CN", AppLanguage::zhHans},
+        {"zh-SG", AppLanguage::zhHans},
+        {"zh-Hans-TW", AppLanguage::zhHans},
+        {"tl", AppLanguage::tl},
+        {"tl_PH", AppLanguage::tl},
+        {"fil", AppLanguage::tl},
+        {"fil-PH", AppLanguage::tl},
+    };
+    for (const auto& [tag, language] : expected)
+        EXPECT_EQ(L10n::languageForTag(tag), language) << tag;
+}
+
+TEST(L10n, OtherTagsGiveNoLanguage)
+{
+    for (const std::string_view tag : {"", "fr", "de-DE", "C", "C.UTF-8", "POSIX", "j", "f-il", " en", "yue-Hant"})
+        EXPECT_EQ(L10n::languageForTag(tag), std::nullopt) << tag;
+}
+
+TEST(L10n, TagsThatOnlyBeginLikeJapaneseOrKoreanCountAsThem)
+{
+    EXPECT_EQ(L10n::languageForTag("jam"), AppLanguage::ja);
+    EXPECT_EQ(L10n::languageForTag("jam-JM"), AppLanguage::ja);
+    EXPECT_EQ(L10n::languageForTag("kok-IN"), AppLanguage::ko);
+}
+
+TEST(L10n, FrenchThenJapaneseGivesJapanese)
+{
+    EXPECT_EQ(L10n::languageForPreferences(Tags{"fr-FR", "ja-JP"}), AppLanguage::ja);
+}
+
+TEST(L10n, GermanThenKoreanGivesKorean)
+{
+    EXPECT_EQ(L10n::languageForPreferences(Tags{"de-DE", "ko-KR"}), AppLanguage::ko);
+}
+
+TEST(L10n, TheFirstOfOurLanguagesWins)
+{
+    EXPECT_EQ(L10n::languageForPreferences(Tags{"zh_TW", "en-US", "ja-JP"}), AppLanguage::zhHant);
+    EXPECT_EQ(L10n::languageForPreferences(Tags{"en-US", "ja-JP"}), AppLanguage::en);
+}
+
+TEST(L10n, NoneOfOurLanguagesGivesEnglish)
+{
+    EXPECT_EQ(L10n::languageForPreferences(Tags{"fr-FR"}), AppLanguage::en);
+    EXPECT_EQ(L10n::languageForPreferences(Tags{"de-DE", "fr-FR"}), AppLanguage::en);
+}
+
+TEST(L10n, NoPreferencesGiveEnglish)
+{
+    EXPECT_EQ(L10n::languageForPreferences({}), AppLanguage::en);
+}
+
+TEST_F(L10nLookup, TestingLanguageOverridesTheSystem)
+{
+    for (const AppLanguage language : allLanguages) {
+        L10n::testingLanguage = language;
+        EXPECT_EQ(L10n::language(), language);
+    }
+}
+
+TEST_F(L10nLookup, UnknownKeyComesBackAsItself)
+{
+    for (const AppLanguage language : allLanguages) {
+        L10n::testingLanguage = language;
+        EXPECT_EQ(L10n::t("no_such_key"), "no_such_key");
+        EXPECT_EQ(L10n::t(""), "");
+        EXPECT_EQ(L10n::tf("no_such_key", {std::int64_t{3}, std::string("x")}), "no_such_key");
+    }
+}
+
+TEST_F(L10nLookup, CountsGoIntoTheirPlaceholder)
+{
+    L10n::testingLanguage = AppLanguage::en;
+    EXPECT_EQ(L10n::tf("set_aside_heading", {std::int64_t{3}}), "SET ASIDE (3)");
+    EXPECT_EQ(L10n::tf("clear_all_n", {std::int64_t{12}}), "Clear all (12)");
+    L10n::testingLanguage = AppLanguage::tl;
+    EXPECT_EQ(L10n::tf("set_aside_heading", {std::int64_t{3}}), "ITABI (3)");
+    L10n::testingLanguage = AppLanguage::ja;
+    EXPECT_EQ(L10n::tf("clear_all_n", {std::int64_t{2}}), "すべて解除 (2)");
+}
+
+TEST_F(L10nLookup, NumbersAreUngroupedDecimals)
+{
+    L10n::testingLanguage = AppLanguage::en;
+    EXPECT_EQ(L10n::tf("%d", {std::int64_t{1234567}}), "1234567");
+    EXPECT_EQ(L10n::tf("%d", {std::int64_t{-5}}), "-5");
+    EXPECT_EQ(L10n::tf("%d", {std::numeric_limits<std::int64_t>::min()}), "-9223372036854775808");
+}
+
+TEST_F(L10nLookup, WithoutArgumentsTheFormatStaysAsItIs)
+{
+    L10n::testingLanguage = AppLanguage::en;
+    EXPECT_EQ(L10n::tf("set_aside_heading", {}), "SET ASIDE (%d)");
+    EXPECT_EQ(L10n::tf("100%% of %d", {}), "100%% of %d");
+}
+
+TEST_F(L10nLookup, ArgumentsAreUsedInOrder)
+{
+    L10n::testingLanguage = AppLanguage::en;
+    EXPECT_EQ(L10n::tf("%@ has %d of %d", {std::string("a"), std::int64_t{1}, std::int64_t{2}}), "a has 1 of 2");
+    EXPECT_EQ(L10n::tf("%d%%", {std::int64_t{90}}), "90%");
+    EXPECT_EQ(L10n::tf("%@", {std::string("%d")}), "%d");
+}
+
+TEST_F(L10nLookup, PlaceholdersWithoutAFittingArgumentStay)
+{
+    L10n::testingLanguage = AppLanguage::en;
+    EXPECT_EQ(L10n::tf("%d and %d", {std::int64_t{1}}), "1 and %d");
+    EXPECT_EQ(L10n::tf("%d and %@", {std::string("one"), std::string("two")}), "%d and two");
+    EXPECT_EQ(L10n::tf("%@", {std::int64_t{1}}), "%@");
+}
+
+TEST_F(L10nLookup, OtherPercentSignsAreCopied)
+{
+    L10n::testingLanguage = AppLanguage::en;
+    EXPECT_EQ(L10n::tf("%", {std::int64_t{1}}), "%");
+    EXPECT_EQ(L10n::tf("%s 5% %", {std::int64_t{1}}), "%s 5% %");
+    EXPECT_EQ(L10n::tf("%%d", {std::int64_t{1}}), "%d");
+    EXPECT_EQ(L10n::tf("%%%d", {std::int64_t{1}}), "%1");
+}
+
+TEST(L10nTables, LabelsReadAsAgreed)
+{
+    for (const Golden& golden : goldenLabels)
+        for (std::size_t i = 0; i < allLanguages.size(); ++i)
+            EXPECT_EQ(lookUp(allLanguages[i], golden.key), golden.texts[i]);
+}
+
+TEST(L10nTables, EveryTableIsTheOneOfItsLanguage)
+{
+    EXPECT_EQ(L10n::table(AppLanguage::en).data(), L10n::Tables::en.data());
+    EXPECT_EQ(L10n::table(AppLanguage::ja).data(), L10n::Tables::ja.data());
+    EXPECT_EQ(L10n::table(AppLanguage::tl).data(), L10n::Tables::tl.data());
+    EXPECT_EQ(L10n::table(AppLanguage::zhHans).data(), L10n::Tables::zhHans.data());
+    EXPECT_EQ(L10n::table(AppLanguage::zhHant).data(), L10n::Tables::zhHant.data());
+    EXPECT_EQ(L10n::table(AppLanguage::ko).data(), L10n::Tables::ko.data());
+}
+
+TEST(L10nTables, SameKeysInTheSameOrder)
+{
+    const auto english = L10n::table(AppLanguage::en);
+    ASSERT_EQ(english.size(), 57u);
+    for (const AppLanguage language : allLanguages) {
+        const auto table = L10n::table(language);
+        ASSERT_EQ(table.size(), english.size()) << rawValue(language);
+        for (std::size_t i = 0; i < english.size(); ++i)
+            EXPECT_EQ(table[i].key, english[i].key) << rawValue(language);
+    }
+}
+
+TEST(L10nTables, KeysAreUniqueAndHelpComesLast)
+{
+    std::set<std::string_view> keys;
+    bool helpBegun = false;
+    for (const auto& entry : L10n::table(AppLanguage::en)) {
+        EXPECT_TRUE(keys.insert(entry.key).second) << entry.key;
+        EXPECT_TRUE(!helpBegun || isHelpKey(entry.key)) << entry.key;
+        helpBegun = helpBegun || isHelpKey(entry.key);
+    }
+    EXPECT_EQ(std::count_if(keys.begin(), keys.end(), isHelpKey), 21);
+}
+
+TEST(L10nTables, LookupFindsEveryEntry)
+{
+    for (const AppLanguage language : allLanguages)
+        for (const auto& entry : L10n::table(language))
+            EXPECT_EQ(lookUp(language, entry.key), entry.text);
+}
+
+TEST(L10nTables, PlaceholdersMatchEnglish)
+{
+    const auto english = L10n::table(AppLanguage::en);
+    for (const AppLanguage language : allLanguages)
+        for (std::size_t i = 0; i < english.size(); ++i)
+            EXPECT_EQ(placeholders(L10n::table(language)[i].text), placeholders(english[i].text))
+                << rawValue(language) << ' ' << english[i].key;
+}
+
+TEST(L10nTables, TextsAreNeitherEmptyNorPadded)
+{
+    for (const AppLanguage language : allLanguages)
+        for (const auto& [key, text] : L10n::table(language)) {
+            ASSERT_FALSE(text.empty()) << rawValue(language) << ' ' << key;
+            EXPECT_FALSE(text.front() == ' ' || text.back() == ' ' || contains(text, "  "))
+                << rawValue(language) << ' ' << key;
+        }
+}
+
+TEST(L10nTables, CopyrightIsTheSameEverywhere)
+{
+    for (const AppLanguage language : allLanguages)
+        EXPECT_EQ(lookUp(language, "copyright"), "© 2026 Quenchly");
+}
+
+TEST(L10nTables, NoTextIsLeftInEnglish)
+{
+    const auto english = L10n::table(AppLanguage::en);
+    for (const AppLanguage language : allLanguages) {
+        if (language == AppLanguage::en)
+            continue;
+        for (std::size_t i = 0; i < english.size(); ++i) {
+            const std::string_view key = english[i].key;
+            const bool same =
+                key == "copyright" || (language == AppLanguage::tl && sameAsEnglishInFilipino.contains(key));
+            EXPECT_EQ(L10n::table(language)[i].text == english[i].text, same) << rawValue(language) << ' ' << key;
+        }
+    }
+}
+
+TEST(L10nHelp, NoParagraphKeepsEnglishPassages)
+{
+    for (const AppLanguage language : {AppLanguage::ja, AppLanguage::ko, AppLanguage::zhHans, AppLanguage::zhHant})
+        for (const auto& [key, text] : L10n::table(language))
+            if (isHelpKey(key)) {
+                EXPECT_LE(longestAsciiRun(text), 6u) << rawValue(language) << ' ' << key;
+            }
+}
+
+TEST(L10nHelp, FilipinoKeepsNoEnglishSentence)
+{
+    const auto english = L10n::table(AppLanguage::en);
+    for (std::size_t i = 0; i < english.size(); ++i)
+        if (isHelpKey(english[i].key)) {
+            for (const std::string& sentence : sentences(english[i].text))
+                EXPECT_FALSE(contains(L10n::table(AppLanguage::tl)[i].text, sentence)) << sentence;
+        }
+}
+
+TEST(L10nHelp, FilipinoAndKoreanHaveAsManySentencesAsEnglish)
+{
+    const auto english = L10n::table(AppLanguage::en);
+    for (const AppLanguage language : {AppLanguage::tl, AppLanguage::ko})
+        for (std::size_t i = 0; i < english.size(); ++i)
+            if (isHelpKey(english[i].key)) {
+                EXPECT_EQ(sentences(L10n::table(language)[i].text).size(), sentences(english[i].text).size())
+                    << rawValue(language) << ' ' << english[i].key;
+            }
+}
+
+TEST(L10nHelp, SentencesAreSeparatedAsTheLanguageDoes)
+{
+    for (const AppLanguage language : allLanguages) {
+        const bool fullWidth =
+            language == AppLanguage::ja || language == AppLanguage::zhHans || language == AppLanguage::zhHant;
+        for (const auto& [key, text] : L10n::table(language)) {
+            if (!isHelpKey(key))
+                continue;
+            EXPECT_TRUE(text.ends_with(fullWidth ? "。" : ".")) << rawValue(language) << ' ' << key;
+            for (std::size_t i = 0; i + 1 < text.size(); ++i)
+                EXPECT_TRUE(text[i] != '.' || (!fullWidth && text[i + 1] == ' ')) << rawValue(language) << ' ' << key;
+            EXPECT_FALSE(contains(text, "。 ")) << rawValue(language) << ' ' << key;
+        }
+    }
+}
+
+TEST(L10nHelp, ProtectionKeepsItsName)
+{
+    const auto english = L10n::table(AppLanguage::en);
+    for (const AppLanguage language : allLanguages)
+        for (std::size_t i = 0; i < english.size(); ++i)
+            if (contains(english[i].text, "Protection")) {
+                EXPECT_TRUE(contains(L10n::table(language)[i].text, "Protection"))
+                    << rawValue(language) << ' ' << english[i].key;
+            }
+}
+
+TEST(L10nHelp, ProductNamesStay)
+{
+    const auto english = L10n::table(AppLanguage::en);
+    for (const std::string_view name : {"Quenchly", "Ollama", "MLX", "LM Studio headless", "llama-server",
+                                        "llama-cpp-server", "macOS", "Mac", "RAM", "CPU"})
+        for (const AppLanguage language : allLanguages)
+            for (std::size_t i = 0; i < english.size(); ++i)
+                if (isHelpKey(english[i].key) && contains(english[i].text, name)) {
+                    EXPECT_TRUE(contains(L10n::table(language)[i].text, name))
+                        << rawValue(language) << ' ' << english[i].key << ' ' << name;
+                }
+}
+
+TEST(L10nHelp, ParagraphsNameRowsAsTheirLabelsDo)
+{
+    const std::pair<std::string_view, std::string_view> mentions[] = {
+        {"help_checks_not_set_up", "start_background_checks"},
+        {"help_open_at_login", "start_background_checks"},
+        {"help_extra_memory_tip", "unload_listed_ai"},
+        {"help_retaining_memory", "protection_on"},
+        {"help_set_aside", "acknowledge"},
+        {"help_auto_updates", "check_for_updates"},
+    };
+    for (const AppLanguage language : allLanguages)
+        for (const auto& [paragraph, row] : mentions)
+            EXPECT_TRUE(contains(lookUp(language, paragraph), withoutEllipsis(lookUp(language, row))))
+                << rawValue(language) << ' ' << paragraph;
+}
+
+TEST(L10nHelp, ParagraphsNameTheHeadingAndTheMemoryLine)
+{
+    for (const AppLanguage language : allLanguages) {
+        const std::string heading = upTo(lookUp(language, "set_aside_heading"), " (");
+        EXPECT_TRUE(contains(lookUp(language, "help_acknowledge"), heading)) << rawValue(language);
+        EXPECT_TRUE(contains(lookUp(language, "help_clear_all_aside"), heading)) << rawValue(language);
+        const std::string memory = upTo(upTo(lookUp(language, "retaining_memory_on"), ":"), "：");
+        EXPECT_TRUE(contains(lookUp(language, "help_protection_on"), memory)) << rawValue(language);
+    }
+}
+
+TEST(L10nHelp, EnglishUpdateParagraphsReadAsAgreed)
+{
+    EXPECT_EQ(lookUp(AppLanguage::en, "help_check_for_updates"),
+              "Looks on Quenchly's update site for a newer build. If one exists, you choose whether to install. "
+              "Quenchly never updates silently.");
+    EXPECT_EQ(lookUp(AppLanguage::en, "help_auto_updates"),
+              "When On, Quenchly periodically checks its update site for a newer build. If one exists, you choose "
+              "whether to install; nothing installs in the background. Turn Off to stop those background checks. "
+              "Check for Updates still works anytime.");
+}
+
+#ifndef __APPLE__
+
+class L10nEnvironment : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        for (const char* name : names) {
+            const char* value = std::getenv(name);
+            saved.emplace_back(name, value == nullptr ? std::nullopt : std::optional<std::string>(value));
+            unsetenv(name);
+        }
+    }
+
+    void TearDown() override
+    {
+        for (const auto& [name, value] : saved) {
+            if (value)
+                setenv(name, value->c_str(), 1);
+            else
+                unsetenv(name);
+        }
+    }
+
+    static Tags preferences(const std::vector<std::pair<const char*, const char*>>& variables)
+    {
+        for (const char* name : names)
+            unsetenv(name);
+        for (const auto& [name, value] : variables)
+            setenv(name, value, 1);
+        return L10n::preferredLanguages();
+    }
+
+private:
+    static constexpr std::array names{"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
+    std::vector<std::pair<const char*, std::optional<std::string>>> saved;
+};
+
+TEST_F(L10nEnvironment, NothingSetGivesNoPreferencesAndEnglish)
+{
+    EXPECT_EQ(preferences({}), Tags{});
+    EXPECT_EQ(L10n::language(), AppLanguage::en);
+}
+
+TEST_F(L10nEnvironment, TheFirstNonEmptyLocaleVariableCounts)
+{
+    EXPECT_EQ(preferences({{"LANG", "ko_KR.UTF-8"}}), Tags{"ko_KR.UTF-8"});
+    EXPECT_EQ(preferences({{"LANG", "ko_KR.UTF-8"}, {"LC_MESSAGES", "ja_JP.UTF-8"}}), Tags{"ja_JP.UTF-8"});
+    EXPECT_EQ(preferences({{"LANG", "ko_KR"}, {"LC_MESSAGES", "ja_JP"}, {"LC_ALL", "zh_TW"}}), Tags{"zh_TW"});
+    EXPECT_EQ(preferences({{"LANG", "ko_KR"}, {"LC_MESSAGES", ""}, {"LC_ALL", ""}}), Tags{"ko_KR"});
+}
+
+TEST_F(L10nEnvironment, LanguageListComesBeforeTheLocale)
+{
+    EXPECT_EQ(preferences({{"LANGUAGE", "fr:ja"}, {"LANG", "ko_KR.UTF-8"}}), (Tags{"fr", "ja", "ko_KR.UTF-8"}));
+    EXPECT_EQ(L10n::language(), AppLanguage::ja);
+}
+
+TEST_F(L10nEnvironment, EmptyPiecesOfTheLanguageListAreDropped)
+{
+    EXPECT_EQ(preferences({{"LANGUAGE", ":fr::zh_TW:"}, {"LANG", "en_US"}}), (Tags{"fr", "zh_TW", "en_US"}));
+    EXPECT_EQ(preferences({{"LANGUAGE", "::"}, {"LANG", "en_US"}}), Tags{"en_US"});
+    EXPECT_EQ(preferences({{"LANGUAGE", ""}, {"LANG", "en_US"}}), Tags{"en_US"});
+}
+
+TEST_F(L10nEnvironment, UntranslatedLocalesSwitchTheLanguageListOff)
+{
+    for (const char* locale : {"C", "POSIX", "C.UTF-8", "C.utf8"}) {
+        EXPECT_EQ(preferences({{"LANGUAGE", "ja"}, {"LANG", locale}}), Tags{locale});
+        EXPECT_EQ(L10n::language(), AppLanguage::en);
+    }
+    EXPECT_EQ(preferences({{"LANGUAGE", "ja"}}), Tags{});
+    EXPECT_EQ(preferences({{"LANGUAGE", "ja"}, {"LANG", "ko_KR"}, {"LC_ALL", "C"}}), Tags{"C"});
+}
+
+TEST_F(L10nEnvironment, ChangesTakeEffectAtTheNextLookup)
+{
+    preferences({{"LANG", "ja_JP.UTF-8"}});
+    EXPECT_EQ(L10n::t("off"), "オフ");
+    preferences({{"LANG", "fil_PH.UTF-8"}});
+    EXPECT_EQ(L10n::language(), AppLanguage::tl);
+    EXPECT_EQ(L10n::tf("set_aside_heading", {std::int64_t{4}}), "ITABI (4)");
+    preferences({{"LANG", "fr_FR.UTF-8"}});
+    EXPECT_EQ(L10n::t("off"), "Off");
+}
+
+#endif
+
+}  // namespace
+}  // namespace quenchly

@@ -1,0 +1,54 @@
+#!/bin/bash
+# Runs a command on a desktop of its own: X server, session bus, window manager and a panel with a tray.
+# Usage: session.sh LOG_FOLDER COMMAND [ARGUMENT...]
+set -euo pipefail
+
+if [ $# -lt 2 ]; then
+    sed -n '3s/^# //p' "$0" >&2
+    exit 2
+fi
+mkdir -p "$1"
+logs=$(cd "$1" && pwd)
+shift
+scratch=$(mktemp -d)
+x_server=
+session=
+
+clean_up() {
+    for process in ${session:+"-$session"} $x_server; do
+        kill -- "$process" 2>/dev/null || true
+        wait "${process#-}" 2>/dev/null || true
+    done
+    rm -rf "$scratch"
+}
+trap clean_up EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+mkfifo "$scratch/display"
+Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$scratch/display" >"$logs/xvfb.log" 2>&1 &
+x_server=$!
+read -r -t 20 display <"$scratch/display"
+
+mkdir -p -m 700 "$scratch/runtime"
+mkdir -p "$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml"
+cp "$(dirname "$0")/xfce4-panel.xml" "$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml/"
+
+# A D-Bus daemon of its own, so that nothing started here finds a session of the person who runs this;
+# a process group of its own, so that it can be ended whole.
+setsid env -u WAYLAND_DISPLAY -u XAUTHORITY -u DBUS_SESSION_BUS_ADDRESS -u SESSION_MANAGER -u GTK_MODULES \
+    DISPLAY=":$display" HOME="$scratch/home" XDG_RUNTIME_DIR="$scratch/runtime" \
+    XDG_CONFIG_HOME="$scratch/home/.config" XDG_CACHE_HOME="$scratch/home/.cache" \
+    XDG_DATA_HOME="$scratch/home/.local/share" XDG_STATE_HOME="$scratch/home/.local/state" \
+    XDG_CURRENT_DESKTOP=XFCE XDG_SESSION_TYPE=x11 NO_AT_BRIDGE=1 LC_ALL=C.UTF-8 LANGUAGE=en \
+    QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" \
+    dbus-run-session -- bash -c '
+        openbox >"$SESSION_LOGS/openbox.log" 2>&1 &
+        xfce4-panel --disable-wm-check >"$SESSION_LOGS/xfce4-panel.log" 2>&1 &
+        "$@" 2>&4 4>&- && status=0 || status=$?
+        kill $(jobs -p)
+        wait
+        exit $status' session "$@" 4>&2 2>"$logs/dbus.log" &
+session=$!
+wait "$session"

@@ -1,0 +1,162 @@
+#import <AppKit/AppKit.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "login_item.h"
+#include "recording_fakes.h"
+#include "status_item_macos.h"
+#include "user_defaults.h"
+
+@interface NSStatusItem (Test)
+- (NSStatusBarButton*)button;
+@end
+
+namespace quenchly {
+namespace {
+
+NSStatusBarButton* button()
+{
+    return [[[[NSStatusItem alloc] init] autorelease] button];
+}
+
+bool wasRecorded(const std::string& call)
+{
+    return std::ranges::find(recordedCalls, call) != recordedCalls.end();
+}
+
+std::string pngOfSize(int pixels)
+{
+    NSBitmapImageRep* bitmap = [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
+                                                                        pixelsWide:pixels
+                                                                        pixelsHigh:pixels
+                                                                     bitsPerSample:8
+                                                                   samplesPerPixel:4
+                                                                          hasAlpha:YES
+                                                                          isPlanar:NO
+                                                                    colorSpaceName:NSCalibratedRGBColorSpace
+                                                                       bytesPerRow:0
+                                                                      bitsPerPixel:0] autorelease];
+    NSData* file = [bitmap representationUsingType:NSPNGFileType properties:[NSDictionary dictionary]];
+    return std::string(static_cast<const char*>([file bytes]), [file length]);
+}
+
+class StatusItemTest : public testing::Test {
+protected:
+    void SetUp() override { recordedCalls.clear(); }
+};
+
+TEST_F(StatusItemTest, IsANamedItemOfVariableLength)
+{
+    const StatusItem item([](auto) {});
+    EXPECT_TRUE(wasRecorded("status item of length -1"));
+    EXPECT_TRUE(wasRecorded("autosave name quenchly"));
+    EXPECT_TRUE(wasRecorded("digits of equal width, 13 points"));
+    EXPECT_EQ([button() menu], nil);
+}
+
+TEST_F(StatusItemTest, APressWithoutAnEventIsAPress)
+{
+    int presses = 0;
+    {
+        const StatusItem item([&presses](std::optional<ScreenPoint>) { ++presses; });
+        [button() performClick:nil];
+        EXPECT_EQ(presses, 1);
+    }
+    EXPECT_TRUE(wasRecorded("status item removed"));
+    [button() performClick:nil];
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(StatusItemTest, TellsItsBottomLeftCornerFromTheTopOfThePrimaryScreen)
+{
+    std::optional<ScreenPoint> corner;
+    const StatusItem item([&corner](std::optional<ScreenPoint> point) { corner = point; });
+    [button() performClick:nil];
+    EXPECT_FALSE(corner.has_value());
+
+    const CGFloat screenHeight = NSMaxY([[[NSScreen screens] objectAtIndex:0] frame]);
+    NSWindow* window = [[NSWindow alloc] initWithContentRect:NSMakeRect(300, screenHeight - 24, 80, 24)
+                                                   styleMask:NSBorderlessWindowMask
+                                                     backing:NSBackingStoreBuffered
+                                                       defer:YES];
+    [[window contentView] addSubview:button()];
+    [button() setFrameOrigin:NSMakePoint(10, 2)];
+    [button() performClick:nil];
+    ASSERT_TRUE(corner.has_value());
+    EXPECT_EQ(corner->x, 310);
+    EXPECT_EQ(corner->y, 22);
+    [button() removeFromSuperview];
+    [window release];
+}
+
+TEST_F(StatusItemTest, ShowsEveryResolutionOfTheImageAtOneSize)
+{
+    StatusItem item([](auto) {});
+    item.setImage({.widthInPoints = 22, .heightInPoints = 22, .pngFiles = {pngOfSize(22), pngOfSize(44), "no image"}});
+    NSImage* image = [button() image];
+    EXPECT_EQ([image size].width, 22);
+    ASSERT_EQ([[image representations] count], 2U);
+    EXPECT_EQ([[[image representations] objectAtIndex:1] pixelsWide], 44);
+    EXPECT_EQ([[[image representations] objectAtIndex:1] size].width, 22);
+    EXPECT_TRUE(wasRecorded("coloured image"));
+    EXPECT_FALSE(wasRecorded("template image"));
+}
+
+TEST_F(StatusItemTest, ShowsTextsInAnyScript)
+{
+    StatusItem item([](auto) {});
+    item.setTitle("保護オン 4.2 / 8 · 2.1G");
+    EXPECT_STREQ([[button() title] UTF8String], "保護オン 4.2 / 8 · 2.1G");
+    item.setTitle("\xff");
+    EXPECT_STREQ([[button() title] UTF8String], "");
+    item.setAccessibilityLabel("On");
+    EXPECT_TRUE(wasRecorded("accessibility label On"));
+}
+
+TEST(LoginItemTest, EachStatusOfTheService)
+{
+    const auto item = makeLoginItem("", "");
+    const std::pair<long, LoginItem::Status> cases[] = {{0, LoginItem::Status::notRegistered},
+                                                        {1, LoginItem::Status::enabled},
+                                                        {2, LoginItem::Status::requiresApproval},
+                                                        {3, LoginItem::Status::notFound},
+                                                        {99, LoginItem::Status::notFound}};
+    for (const auto& [raw, status] : cases) {
+        fakeLoginItemStatus = raw;
+        EXPECT_EQ(item->status(), status) << raw;
+    }
+}
+
+TEST(LoginItemTest, SuccessIsAnEmptyTextAndFailureItsReason)
+{
+    const auto item = makeLoginItem("", "");
+    fakeLoginItemSucceeds = true;
+    EXPECT_EQ(item->registerItem(), "");
+    EXPECT_EQ(item->unregisterItem(), "");
+    fakeLoginItemSucceeds = false;
+    EXPECT_EQ(item->registerItem(), "not permitted");
+    EXPECT_EQ(item->unregisterItem(), "not permitted");
+}
+
+TEST(UserDefaultsTest, AKeyIsThereWhateverItsValue)
+{
+    const auto defaults = makeUserDefaults("");
+    const std::string key = "quenchly.openAtLogin.didApplyDefault";
+    [[NSUserDefaults standardUserDefaults] removeObjectForKey:@"quenchly.openAtLogin.didApplyDefault"];
+    EXPECT_FALSE(defaults->contains(key));
+    defaults->setBool(key, false);
+    EXPECT_TRUE(defaults->contains(key));
+}
+
+}  // namespace
+}  // namespace quenchly
+
+int main(int argc, char** argv)
+{
+    @autoreleasepool {
+        testing::InitGoogleTest(&argc, argv);
+        [NSApplication sharedApplication];
+        return RUN_ALL_TESTS();
+    }
+}
