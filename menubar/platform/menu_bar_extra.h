@@ -14,6 +14,8 @@ struct MenuBarExtraContent {
     /// The glyph, one image for each scale, smallest first; each image's device pixel ratio says its scale.
     std::vector<QImage> images;
     QString label;
+    /// How the label begins; where the host can style text, these words stand out from the rest.
+    QString statusWord;
     /// A second line for hosts that show a tooltip; the label is the tooltip's first.
     QString explanation;
 

@@ -12,8 +12,10 @@ MenuBarLabel menuBarLabel(const StateWatcher& watcher)
 
 MenuBarExtraContent menuBarContent(const StateWatcher& watcher)
 {
+    const MenuBarLabel label = menuBarLabel(watcher);
     return {.images = watcher.iconImage(),
-            .label = QString::fromStdString(menuBarLabel(watcher).text()),
+            .label = QString::fromStdString(label.text()),
+            .statusWord = QString::fromStdString(label.statusWord),
             .explanation = QString::fromStdString(displayLine(watcher.status().headline.utf8()))};
 }
 

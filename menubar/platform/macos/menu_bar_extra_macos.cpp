@@ -45,8 +45,9 @@ public:
     {
         if (content.images != shown_.images)
             item_.setImage(statusItemImage(content.images));
-        if (content.label != shown_.label) {
-            item_.setTitle(content.label.toStdString());
+        if (content.label != shown_.label || content.statusWord != shown_.statusWord) {
+            const QString rest = content.label.mid(content.statusWord.size());
+            item_.setTitle({.bold = content.statusWord.toStdString(), .semibold = rest.toStdString()});
             item_.setAccessibilityLabel(content.label.toStdString());
         }
         if (toolTip(content) != toolTip(shown_))

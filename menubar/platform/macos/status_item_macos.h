@@ -15,6 +15,12 @@ struct StatusItemImage {
     std::vector<std::string> pngFiles;
 };
 
+/// The two weights of the text, in reading order.
+struct StatusItemTitle {
+    std::string bold;
+    std::string semibold;
+};
+
 /// In points, rightwards and downwards from the top left of the primary screen.
 struct ScreenPoint {
     double x = 0;
@@ -31,7 +37,7 @@ public:
     StatusItem& operator=(const StatusItem&) = delete;
 
     void setImage(const StatusItemImage& image);
-    void setTitle(const std::string& title);
+    void setTitle(const StatusItemTitle& title);
     void setToolTip(const std::string& toolTip);
     void setAccessibilityLabel(const std::string& label);
 

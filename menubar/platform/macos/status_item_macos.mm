@@ -20,6 +20,19 @@ std::optional<ScreenPoint> bottomLeft(NSView* view)
     return ScreenPoint{.x = NSMinX(onScreen), .y = NSMaxY([primaryScreen frame]) - NSMinY(onScreen)};
 }
 
+// Digits of equal width keep the item from jumping. Without a colour of its own an attributed title is black on every
+// bar; this one follows the bar's appearance.
+void append(NSMutableAttributedString* text, const std::string& part, CGFloat weight)
+{
+    NSDictionary* attributes = @{
+        NSFontAttributeName : [NSFont monospacedDigitSystemFontOfSize:labelFontSize weight:weight],
+        NSForegroundColorAttributeName : [NSColor controlTextColor],
+    };
+    NSAttributedString* styled = [[NSAttributedString alloc] initWithString:nsString(part) attributes:attributes];
+    [text appendAttributedString:styled];
+    QUENCHLY_RELEASE(styled);
+}
+
 }  // namespace
 }  // namespace quenchly
 
@@ -56,7 +69,6 @@ StatusItem::StatusItem(std::function<void(std::optional<ScreenPoint>)> pressed) 
         [native_->item setAutosaveName:@"quenchly"];
         NSStatusBarButton* button = [native_->item button];
         [button setImagePosition:NSImageLeading];
-        [button setFont:[NSFont monospacedDigitSystemFontOfSize:labelFontSize weight:NSFontWeightBold]];
         [button setTarget:native_->target];
         [button setAction:@selector(quenchlyItemPressed:)];
     }
@@ -93,11 +105,14 @@ void StatusItem::setImage(const StatusItemImage& image)
     }
 }
 
-// A plain title, not an attributed one: text attributes keep the system from dimming the item on inactive screens.
-void StatusItem::setTitle(const std::string& title)
+void StatusItem::setTitle(const StatusItemTitle& title)
 {
     @autoreleasepool {
-        [[native_->item button] setTitle:nsString(title)];
+        NSMutableAttributedString* text = [[NSMutableAttributedString alloc] init];
+        append(text, title.bold, NSFontWeightBold);
+        append(text, title.semibold, NSFontWeightSemibold);
+        [[native_->item button] setAttributedTitle:text];
+        QUENCHLY_RELEASE(text);
     }
 }
 

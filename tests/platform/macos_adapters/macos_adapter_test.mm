@@ -51,7 +51,6 @@ TEST_F(StatusItemTest, IsANamedItemOfVariableLength)
     const StatusItem item([](auto) {});
     EXPECT_TRUE(wasRecorded("status item of length -1"));
     EXPECT_TRUE(wasRecorded("autosave name quenchly"));
-    EXPECT_TRUE(wasRecorded("digits of equal width, 13 points"));
     EXPECT_EQ([button() menu], nil);
 }
 
@@ -103,13 +102,21 @@ TEST_F(StatusItemTest, ShowsEveryResolutionOfTheImageAtOneSize)
     EXPECT_FALSE(wasRecorded("template image"));
 }
 
-TEST_F(StatusItemTest, ShowsTextsInAnyScript)
+TEST_F(StatusItemTest, ShowsTextsInAnyScriptInTwoWeightsWithDigitsOfEqualWidth)
 {
     StatusItem item([](auto) {});
-    item.setTitle("保護オン 4.2 / 8 · 2.1G");
-    EXPECT_STREQ([[button() title] UTF8String], "保護オン 4.2 / 8 · 2.1G");
-    item.setTitle("\xff");
-    EXPECT_STREQ([[button() title] UTF8String], "");
+    item.setTitle({.bold = "保護オン", .semibold = "  4.2 / 8 · 2.1G"});
+    EXPECT_STREQ([[[button() attributedTitle] string] UTF8String], "保護オン  4.2 / 8 · 2.1G");
+    EXPECT_TRUE(wasRecorded("digits of equal width, 13 points, weight 0.4"));
+    EXPECT_TRUE(wasRecorded("digits of equal width, 13 points, weight 0.3"));
+    NSRange range;
+    const NSUInteger inTheFigures = 6;
+    EXPECT_NE([[button() attributedTitle] attribute:NSForegroundColorAttributeName
+                                            atIndex:inTheFigures
+                                     effectiveRange:&range],
+              nil);
+    item.setTitle({.bold = "\xff", .semibold = ""});
+    EXPECT_STREQ([[[button() attributedTitle] string] UTF8String], "");
     item.setAccessibilityLabel("On");
     EXPECT_TRUE(wasRecorded("accessibility label On"));
 }

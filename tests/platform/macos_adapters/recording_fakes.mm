@@ -62,7 +62,7 @@ void record(NSString* call)
 @implementation NSFont (Fake)
 + (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)size weight:(CGFloat)weight
 {
-    record([NSString stringWithFormat:@"digits of equal width, %g points", size]);
+    record([NSString stringWithFormat:@"digits of equal width, %g points, weight %g", size, weight]);
     return weight >= NSFontWeightBold ? [NSFont boldSystemFontOfSize:size] : [NSFont systemFontOfSize:size];
 }
 @end
