@@ -1,9 +1,13 @@
 #include "decimal_number.h"
 
+#include <locale.h>
+#include <stdlib.h>
+#ifdef __APPLE__
+#include <xlocale.h>
+#endif
+
 #include <cmath>
 #include <cstddef>
-#include <locale>
-#include <sstream>
 #include <string_view>
 
 namespace quenchly {
@@ -41,19 +45,14 @@ bool isFloatingLiteral(std::string_view text)
 
 }  // namespace
 
-/// Through a stream with the classic locale: the decimal point must not depend on the user's, and floating from_chars
-/// is missing on the oldest macOS that we support.
 std::optional<double> decimalNumber(const std::string& text)
 {
     if (!isFloatingLiteral(text))
         return std::nullopt;
-    std::istringstream stream(text);
-    stream.imbue(std::locale::classic());
-    double value = 0;
-    stream >> value;
-    if (stream.fail() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    // The decimal point must not depend on the user's locale, and the oldest macOS lacks floating from_chars.
+    static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
+    const double value = strtod_l(text.c_str(), nullptr, classic);
+    return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace quenchly

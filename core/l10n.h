@@ -39,7 +39,8 @@ extern std::optional<AppLanguage> testingLanguage;
 /// The language that a single tag such as "zh_TW" or "fil-PH" asks for; none when it is not one of ours.
 std::optional<AppLanguage> languageForTag(std::string_view tag);
 
-/// The language that a person names by its raw value ("zhHant") or by a tag ("zh-Hant"); none when it is not one of ours.
+/// The language that a person names by its raw value ("zhHant") or by a tag ("zh-Hant"); none when it is not one of
+/// ours.
 std::optional<AppLanguage> languageForCode(std::string_view code);
 
 /// The first language of ours in a user's list of preferred languages; English when there is none.

@@ -26,6 +26,11 @@ std::string swapPiece(std::string_view piece)
     return replacingAll(replacingAll(used, " GB", "G"), " MB", "M");
 }
 
+std::optional<std::string> nonEmpty(std::string text)
+{
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
+}
+
 }  // namespace
 
 std::string MenuBarLabel::text() const
@@ -43,8 +48,8 @@ MenuBarLabel menuBarLabel(const MenuBarLabelFacts& facts)
     MenuBarLabel label;
     label.statusWord =
         ProtectLockup::extra({.protectOn = !status.managementDisabled, .agentInstalled = status.agentInstalled});
-    if (status.metricsLine && !status.metricsLine->empty())
-        label.metrics = displayLine(compactStripMetrics(status.metricsLine->utf8()), maxMetricsCharacters);
+    if (status.metricsLine)
+        label.metrics = nonEmpty(displayLine(compactStripMetrics(status.metricsLine->utf8()), maxMetricsCharacters));
     label.recency = RecencyCopy::extraLine({.ageSeconds = RecencyCopy::ageSeconds(status.lastCheckISO, facts.now),
                                             .iconStale = status.icon == QuenchIcon::stale,
                                             .inFlight = facts.checkInFlight});

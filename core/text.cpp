@@ -68,23 +68,30 @@ std::string_view trimmedOf(std::string_view text, Predicate drop)
     return text.substr(begin, end - begin);
 }
 
-/// utf8proc_map orders marks by neighbour exchange, which takes minutes for a long run of them.
-void orderMarks(std::vector<utf8proc_int32_t>& codePoints)
+struct DecomposedPoint {
+    utf8proc_propval_t combiningClass;  // 0: no mark
+    std::size_t position;
+    utf8proc_int32_t codePoint;
+
+    auto operator<=>(const DecomposedPoint&) const = default;
+};
+
+/// Not left to utf8proc_map, which orders marks by neighbour exchange: minutes for a long run of them.
+void orderMarks(std::vector<DecomposedPoint>& points)
 {
-    const auto rank = [](utf8proc_int32_t c) { return utf8proc_get_property(c)->combining_class; };
-    const auto isBase = [&](utf8proc_int32_t c) { return rank(c) == 0; };
-    for (auto at = codePoints.begin(); at != codePoints.end();) {
-        const auto marks = std::find_if_not(at, codePoints.end(), isBase);
-        at = std::find_if(marks, codePoints.end(), isBase);
-        std::stable_sort(marks, at, [&](utf8proc_int32_t a, utf8proc_int32_t b) { return rank(a) < rank(b); });
+    const auto isMark = [](const DecomposedPoint& point) { return point.combiningClass != 0; };
+    for (auto at = points.begin(); at != points.end();) {
+        const auto marks = std::find_if(at, points.end(), isMark);
+        at = std::find_if_not(marks, points.end(), isMark);
+        std::sort(marks, at);
     }
 }
 
 /// The canonical decomposition, or the bytes themselves when they are not UTF-8.
 std::string decomposed(const std::string& utf8)
 {
-    std::vector<utf8proc_int32_t> codePoints;
-    codePoints.reserve(utf8.size());
+    std::vector<DecomposedPoint> points;
+    points.reserve(utf8.size());
     for (std::size_t at = 0; at < utf8.size();) {
         const CodePoint c = codePointAt(utf8, at);
         if (c.value < 0)
@@ -93,14 +100,15 @@ std::string decomposed(const std::string& utf8)
         int unused = 0;
         const auto count = utf8proc_decompose_char(c.value, parts.data(), static_cast<utf8proc_ssize_t>(parts.size()),
                                                    UTF8PROC_DECOMPOSE, &unused);
-        codePoints.insert(codePoints.end(), parts.begin(), parts.begin() + count);
+        for (auto part = parts.begin(); part != parts.begin() + count; ++part)
+            points.push_back({utf8proc_get_property(*part)->combining_class, points.size(), *part});
         at += c.length;
     }
-    orderMarks(codePoints);
+    orderMarks(points);
     std::string out;
     out.reserve(utf8.size());
-    for (const utf8proc_int32_t c : codePoints)
-        append(out, c);
+    for (const DecomposedPoint& point : points)
+        append(out, point.codePoint);
     return out;
 }
 

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QTemporaryDir>
+#include <clocale>
 #include <cstdio>
 #include <optional>
 
@@ -117,6 +118,8 @@ int main(int argc, char** argv)
     quenchly::L10n::testingLanguage = line.language;
 
     QApplication application(argc, argv);
+    // QApplication has just taken over the user's locale, and the JSON library reads numbers by the C library's.
+    std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("quenchly-menubar"));
     QApplication::setApplicationVersion(QString::fromLatin1(quenchly::version));
     QApplication::setDesktopFileName(QStringLiteral("quenchly"));
