@@ -141,5 +141,21 @@ TEST(Rounding, HalvesGoAwayFromZero)
         EXPECT_EQ(roundedInteger(value), expected) << value;
 }
 
+TEST(ParseJsonObject, BracketsBeyondReasonAreRefusedBeforeTheyAreParsed)
+{
+    const auto nested = [](std::size_t depth) {
+        return "{\"a\":" + std::string(depth, '[') + std::string(depth, ']') + "}";
+    };
+    EXPECT_TRUE(parseJsonObject(nested(199'999)));
+    EXPECT_FALSE(parseJsonObject(nested(200'000)));
+    EXPECT_FALSE(parseJsonObject(std::string(8'000'000, '[')));
+}
+
+TEST(ParseJsonObject, BracketsWithinStringsAreNoNesting)
+{
+    EXPECT_TRUE(parseJsonObject("{\"a\":\"" + std::string(300'000, '[') + "\"}"));
+    EXPECT_TRUE(parseJsonObject("{\"a\":\"\\\"" + std::string(300'000, '[') + "\"}"));
+}
+
 }  // namespace
 }  // namespace quenchly
