@@ -1,62 +1,18 @@
 #include "chip_label.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <array>
-#include <cerrno>
 #include <utility>
 
 #include "text.h"
+#include "tool_output.h"
 #ifndef __APPLE__
 #include "file_reading.h"
 #endif
 
-extern char** environ;
-
 namespace quenchly::ChipLabel {
 namespace {
 
-/// Starts the command with its output going to `output` and its errors nowhere: a pipe that nobody reads would block
-/// it. Returns 0 when it cannot be started.
-pid_t spawnShell(const std::string& commandLine, int output)
-{
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    std::string shellName = "/bin/sh";
-    std::string option = "-c";
-    std::string command = commandLine;
-    char* const arguments[] = {shellName.data(), option.data(), command.data(), nullptr};
-    pid_t child = 0;
-    const int error = posix_spawn(&child, shellName.c_str(), &actions, nullptr, arguments, environ);
-    posix_spawn_file_actions_destroy(&actions);
-    return error == 0 ? child : 0;
-}
-
-std::string readToEnd(int fd)
-{
-    std::string bytes;
-    std::array<char, 4096> buffer;
-    for (;;) {
-        const ssize_t got = read(fd, buffer.data(), buffer.size());
-        if (got > 0)
-            bytes.append(buffer.data(), static_cast<std::size_t>(got));
-        else if (got == 0 || errno != EINTR)
-            return bytes;
-    }
-}
-
-void waitFor(pid_t child)
-{
-    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-    }
-}
-
-std::string without(std::string text, std::string_view part)
+std::string without(std::string_view text, std::string_view part)
 {
     return replacingAll(text, part, "");
 }
@@ -83,25 +39,15 @@ std::string processorBrand()
 
 std::string shell(const std::string& commandLine)
 {
-    int ends[2];
-    if (pipe(ends) != 0)
-        return {};
-    fcntl(ends[0], F_SETFD, FD_CLOEXEC);
-    fcntl(ends[1], F_SETFD, FD_CLOEXEC);
-    const pid_t child = spawnShell(commandLine, ends[1]);
-    close(ends[1]);
-    std::string output = child > 0 ? readToEnd(ends[0]) : std::string();
-    close(ends[0]);
-    if (child > 0)
-        waitFor(child);
-    return isValidUtf8(output) ? std::string(trimmed(output)) : std::string();
+    const auto result = runTool({"/bin/sh", "-c", commandLine});
+    return result && isValidUtf8(result->standardOutput) ? std::string(trimmed(result->standardOutput)) : std::string();
 }
 
 std::string normalize(std::string_view brand)
 {
     std::string text(brand);
     for (const char* decoration : {"Apple ", "(R)", "(TM)", " CPU", " Processor"})
-        text = without(std::move(text), decoration);
+        text = without(text, decoration);
     return std::string(trimmed(text));
 }
 
@@ -139,7 +85,7 @@ Facts facts()
 std::string label(const Facts& facts)
 {
     const std::string chip = normalize(facts.brand);
-    const std::string family = modelFamily(facts.model);
+    std::string family = modelFamily(facts.model);
     if (chip.empty())
         return family;
     return family.empty() ? chip : chip + " " + family;

@@ -7,24 +7,10 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "descriptor.h"
+
 namespace quenchly {
 namespace {
-
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor()
-    {
-        if (fd_ >= 0)
-            close(fd_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return fd_; }
-
-private:
-    int fd_;
-};
 
 std::int64_t nanoseconds(const timespec& time)
 {
@@ -93,14 +79,14 @@ FileReading readFile(const std::filesystem::path& path)
 {
     using Outcome = FileReading::Outcome;
     const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (file.get() < 0)
+    if (file.number() < 0)
         return {fileExists(path) ? Outcome::unreadable : Outcome::missing, {}, {}};
     struct stat facts {};
-    if (fstat(file.get(), &facts) != 0 || !S_ISREG(facts.st_mode))
+    if (fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode))
         return {Outcome::unreadable, {}, {}};
     FileReading reading = facts.st_size > static_cast<off_t>(maxStateFileBytes)
                               ? FileReading{Outcome::tooLarge, {}, {}}
-                              : readToEnd(file.get(), static_cast<std::size_t>(facts.st_size));
+                              : readToEnd(file.number(), static_cast<std::size_t>(facts.st_size));
     reading.stamp = stampOf(facts);
     return reading;
 }

@@ -62,6 +62,7 @@ QImage image(QuenchBarTint tint, double scale)
 std::vector<QImage> image(QuenchBarTint tint)
 {
     std::vector<QImage> pictures;
+    pictures.reserve(scales.size());
     for (const double scale : scales)
         pictures.push_back(image(tint, scale));
     return pictures;

@@ -22,7 +22,7 @@ bool isUsable(const fs::path& file)
 std::optional<fs::path> findInDevelopmentTree(fs::path directory)
 {
     for (int examined = 0; examined < directoriesToExamine && !directory.empty(); ++examined) {
-        const fs::path script = directory / "dist/quenchly.mjs";
+        fs::path script = directory / "dist/quenchly.mjs";
         if (isUsable(script))
             return script;
         if (directory == "/")
@@ -41,7 +41,7 @@ std::optional<fs::path> findOnPath(const System& system)
     std::string_view rest = variable->second;
     while (!rest.empty()) {
         const auto colon = rest.find(':');
-        const fs::path tool = system.currentDirectory / rest.substr(0, colon) / toolName;
+        fs::path tool = system.currentDirectory / rest.substr(0, colon) / toolName;
         if (isUsable(tool))
             return tool;
         rest = colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);

@@ -10,30 +10,12 @@
 #include <cerrno>
 #include <utility>
 
+#include "descriptor.h"
+
 extern char** environ;
 
 namespace quenchly {
 namespace {
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return number_; }
-
-    void close()
-    {
-        if (number_ >= 0)
-            ::close(number_);
-        number_ = -1;
-    }
-
-private:
-    int number_;
-};
 
 class FileActions {
 public:
@@ -52,17 +34,25 @@ private:
 
 class SpawnAttributes {
 public:
-    // Only the descriptors named in the file actions reach the child, whatever other threads have open.
     SpawnAttributes()
     {
         posix_spawnattr_init(&attributes_);
+#ifdef POSIX_SPAWN_CLOEXEC_DEFAULT
+        // macOS: only the descriptors named in the file actions reach the child, whatever other threads have open.
         posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_CLOEXEC_DEFAULT);
+#endif
     }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
+    ~SpawnAttributes()
+    {
+        posix_spawnattr_destroy(&attributes_);
+    }
     SpawnAttributes(const SpawnAttributes&) = delete;
     SpawnAttributes& operator=(const SpawnAttributes&) = delete;
 
-    const posix_spawnattr_t* get() const { return &attributes_; }
+    const posix_spawnattr_t* get() const
+    {
+        return &attributes_;
+    }
 
 private:
     posix_spawnattr_t attributes_;
