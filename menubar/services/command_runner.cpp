@@ -5,13 +5,14 @@
 #include <string_view>
 #include <system_error>
 
+#include "working_copy.h"
+
 namespace quenchly {
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr const char* toolName = "quenchly";
-constexpr int directoriesToExamine = 7;
 
 bool isUsable(const fs::path& file)
 {
@@ -19,17 +20,11 @@ bool isUsable(const fs::path& file)
     return fs::is_regular_file(file, ignored) && access(file.c_str(), X_OK) == 0;
 }
 
-std::optional<fs::path> findInDevelopmentTree(fs::path directory)
+std::optional<fs::path> findInDevelopmentTree(const fs::path& currentDirectory)
 {
-    for (int examined = 0; examined < directoriesToExamine && !directory.empty(); ++examined) {
-        fs::path script = directory / "dist/quenchly.mjs";
-        if (isUsable(script))
-            return script;
-        if (directory == "/")
-            return std::nullopt;
-        directory = directory.parent_path();
-    }
-    return std::nullopt;
+    const auto script = [](const fs::path& directory) { return directory / "dist/quenchly.mjs"; };
+    const auto tree = nearestDirectory(currentDirectory, [&](const fs::path& d) { return isUsable(script(d)); });
+    return tree ? std::optional(script(*tree)) : std::nullopt;
 }
 
 /// The first hit among the folders of PATH, as the shell would find it.

@@ -124,7 +124,7 @@ StatusWindow::Figure StatusWindow::addFigure(QGridLayout& grid, int row)
 {
     const Figure figure{makeLabel({figureSize, QFont::DemiBold, PanelColors::inkMuted}),
                         makeLabel({figureSize, QFont::Bold, PanelColors::inkText})};
-    figure.value->setAlignment(Qt::AlignRight);
+    figure.value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto* line = new QHBoxLayout;
     line->addWidget(figure.name);
     line->addWidget(figure.value, 1);

@@ -3,13 +3,14 @@
 #include <system_error>
 #include <vector>
 
+#include "working_copy.h"
+
 namespace quenchly::StateFileResolver {
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr const char* heatStateFile = "heat-state.json";
-constexpr int directoriesToExamine = 7;
 
 bool holdsHeatState(const fs::path& stateFolder)
 {
@@ -55,16 +56,10 @@ Resolution resolve(const Surroundings& surroundings)
     return resolutionFor(surroundings.homeFolder / "Library/Application Support/Quenchly/state");
 }
 
-std::optional<fs::path> devRepoStateDir(fs::path currentDirectory)
+std::optional<fs::path> devRepoStateDir(const fs::path& currentDirectory)
 {
-    for (int examined = 0; examined < directoriesToExamine && !currentDirectory.empty(); ++examined) {
-        if (holdsHeatState(currentDirectory / "state"))
-            return currentDirectory / "state";
-        if (currentDirectory == "/")
-            return std::nullopt;
-        currentDirectory = currentDirectory.parent_path();
-    }
-    return std::nullopt;
+    const auto copy = nearestDirectory(currentDirectory, [](const fs::path& d) { return holdsHeatState(d / "state"); });
+    return copy ? std::optional(*copy / "state") : std::nullopt;
 }
 
 }  // namespace quenchly::StateFileResolver

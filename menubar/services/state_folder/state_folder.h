@@ -24,6 +24,6 @@ struct Resolution {
 Resolution resolve(const Surroundings& surroundings);
 
 /// The nearest "state" folder with a heat state file in the given directory or its six nearest ancestors.
-std::optional<std::filesystem::path> devRepoStateDir(std::filesystem::path currentDirectory);
+std::optional<std::filesystem::path> devRepoStateDir(const std::filesystem::path& currentDirectory);
 
 }  // namespace quenchly::StateFileResolver
