@@ -2,12 +2,22 @@
 # Installs what a purpose needs and this machine lacks. usage: install-packages.sh run|test|bench
 set -eu
 
-run_debian='build-essential cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libutf8proc-dev'
-test_debian="$run_debian libgtest-dev procps xvfb xauth dbus openbox xfce4-panel xdotool x11-utils x11-xserver-utils
-    at-spi2-core fonts-noto-cjk clang-19 llvm-19 libclang-rt-19-dev libc++-19-dev musl-dev libgnustep-gui-dev gobjc"
-bench_debian="$run_debian i3status procps xvfb xauth dbus"
-run_brew='cmake ninja qt nlohmann-json utf8proc'
-test_brew="$run_brew googletest"
+debian_packages() {
+    echo build-essential cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libutf8proc-dev
+    case $1 in
+        test)
+            echo libgtest-dev procps xvfb xauth dbus openbox xfce4-panel xfconf xdotool
+            echo clang-19 llvm-19 libclang-rt-19-dev libc++-19-dev musl-dev
+            echo libgnustep-gui-dev gnustep-back0.29-cairo gobjc
+            ;;
+        bench) echo procps xvfb xauth dbus openbox xfce4-panel xfconf i3status ;;
+    esac
+}
+
+brew_packages() {
+    echo cmake ninja qt nlohmann-json utf8proc
+    [ "$1" = run ] || echo googletest
+}
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then
@@ -42,24 +52,22 @@ with_brew() {
     done
 }
 
-purpose=$1
+# The lists are split on purpose.
+# shellcheck disable=SC2046
 if command -v apt-get >/dev/null && command -v dpkg-query >/dev/null; then
-    eval "packages=\$${purpose}_debian"
-    # shellcheck disable=SC2086,SC2154
-    with_apt $packages
+    with_apt $(debian_packages "$1")
 elif command -v brew >/dev/null; then
-    case $purpose in
-        test) packages=$test_brew ;;
-        *) packages=$run_brew ;;
-    esac
-    # shellcheck disable=SC2086
-    with_brew $packages
+    with_brew $(brew_packages "$1")
 else
-    for tool in c++ cmake ninja; do
-        command -v "$tool" >/dev/null || lacking="${lacking-} $tool"
+    lacking=
+    for tool in c++ cmake ninja pkg-config; do
+        command -v "$tool" >/dev/null || lacking="$lacking $tool"
     done
-    [ -z "${lacking-}" ] || {
-        echo "Please install:$lacking, Qt 6.4 or newer (Widgets, Network, DBus), nlohmann-json and utf8proc" >&2
+    for library in Qt6Widgets Qt6Network Qt6DBus nlohmann_json libutf8proc; do
+        pkg-config --exists "$library" 2>/dev/null || lacking="$lacking $library"
+    done
+    if [ -n "$lacking" ]; then
+        echo "Please install these first (Qt 6.4 or newer; on macOS Homebrew does it):$lacking" >&2
         exit 1
-    }
+    fi
 fi
