@@ -1,7 +1,7 @@
 #include "status_window.h"
 
-#include <QGridLayout>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLinearGradient>
@@ -24,6 +24,8 @@ namespace {
 
 constexpr int windowWidth = 380;
 constexpr int margin = 16;
+constexpr int columnGap = 12;
+constexpr int glyphSize = 22;
 constexpr int headlineSize = 18;
 constexpr int lockupSize = 16;
 constexpr int secondarySize = 14;
@@ -94,25 +96,29 @@ StatusWindow::StatusWindow(const StateWatcher& watcher, Role role) : watcher_(wa
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setWindowTitle(QStringLiteral("Quenchly"));
 
-    auto* columns = new QGridLayout(this);
-    columns->setContentsMargins(margin, margin, margin, margin);
-    columns->setHorizontalSpacing(12);
-    columns->setVerticalSpacing(4);
-    columns->setColumnStretch(1, 1);
     setFixedWidth(windowWidth);
 
     glyph_ = new QLabel;
+    glyph_->setFixedSize(glyphSize, glyphSize);
     headline_ = makeLabel({headlineSize, QFont::DemiBold, PanelColors::inkText});
     lockup_ = makeLabel({lockupSize, QFont::DemiBold, PanelColors::gold});
     lastCheck_ = makeLabel({secondarySize, QFont::Normal, PanelColors::inkMuted});
     detail_ = makeLabel({secondarySize, QFont::Normal, PanelColors::inkMuted});
-    columns->addWidget(glyph_, 0, 0, Qt::AlignTop);
-    columns->addWidget(headline_, 0, 1);
-    columns->addWidget(lockup_, 1, 1);
-    columns->addWidget(lastCheck_, 2, 1);
-    load_ = addFigure(*columns, 3);
-    swap_ = addFigure(*columns, 4);
-    columns->addWidget(detail_, 5, 1);
+
+    auto* lines = new QVBoxLayout;
+    lines->setSpacing(4);
+    lines->addWidget(headline_);
+    lines->addWidget(lockup_);
+    lines->addWidget(lastCheck_);
+    load_ = addFigure(*lines);
+    swap_ = addFigure(*lines);
+    lines->addWidget(detail_);
+
+    auto* columns = new QHBoxLayout(this);
+    columns->setContentsMargins(margin, margin, margin, margin);
+    columns->setSpacing(columnGap);
+    columns->addWidget(glyph_, 0, Qt::AlignTop);
+    columns->addLayout(lines, 1);
 
     connect(&watcher, &StateWatcher::published, this, [this] {
         if (isVisible())
@@ -120,22 +126,25 @@ StatusWindow::StatusWindow(const StateWatcher& watcher, Role role) : watcher_(wa
     });
 }
 
-StatusWindow::Figure StatusWindow::addFigure(QGridLayout& grid, int row)
+StatusWindow::Figure StatusWindow::addFigure(QVBoxLayout& lines)
 {
-    const Figure figure{makeLabel({figureSize, QFont::DemiBold, PanelColors::inkMuted}),
+    // A widget of its own: a layout whose widgets are all hidden would narrow the column around it.
+    const Figure figure{new QWidget, makeLabel({figureSize, QFont::DemiBold, PanelColors::inkMuted}),
                         makeLabel({figureSize, QFont::Bold, PanelColors::inkText})};
     figure.value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* line = new QHBoxLayout;
+    auto* line = new QHBoxLayout(figure.row);
+    line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(figure.name);
     line->addWidget(figure.value, 1);
-    grid.addLayout(line, row, 1);
+    lines.addWidget(figure.row);
     return figure;
 }
 
 void StatusWindow::show(Figure& figure, const QString& name, const QString& value)
 {
-    setText(*figure.name, value.isEmpty() ? QString() : name);
+    setText(*figure.name, name);
     setText(*figure.value, value);
+    figure.row->setVisible(!value.isEmpty());
 }
 
 void StatusWindow::refresh()
@@ -157,6 +166,7 @@ void StatusWindow::refresh()
     show(load_, QString::fromStdString(L10n::t("load")), metrics ? loadFigure(*metrics) : QString());
     show(swap_, QString::fromStdString(L10n::t("swap")), metrics ? swapFigure(*metrics) : QString());
     setText(*detail_, plainLine(status.detail));
+    layout()->activate();  // what the lines need is remembered until then
     setFixedHeight(layout()->heightForWidth(windowWidth));
 }
 

@@ -2,8 +2,8 @@
 
 #include <QFrame>
 
-class QGridLayout;
 class QLabel;
+class QVBoxLayout;
 
 namespace quenchly {
 
@@ -39,10 +39,11 @@ protected:
 
 private:
     struct Figure {
+        QWidget* row = nullptr;
         QLabel* name = nullptr;
         QLabel* value = nullptr;
     };
-    Figure addFigure(QGridLayout& grid, int row);
+    Figure addFigure(QVBoxLayout& lines);
     void show(Figure& figure, const QString& name, const QString& value);
 
     const StateWatcher& watcher_;

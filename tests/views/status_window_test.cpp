@@ -90,6 +90,18 @@ TEST_F(StatusWindowTest, ItStaysInsideTheScreenWhereverItIsOpened)
     }
 }
 
+TEST_F(StatusWindowTest, TheTextsHaveTheWholeWidthWhetherThereAreFiguresOrNot)
+{
+    for (const char* state : {"", markupState}) {
+        world.writeState("heat-state.json", state);
+        const StateWatcher watcher(world.system());
+        StatusWindow window(watcher, StatusWindow::Role::popup);
+        window.openAt({});
+        const int textWidth = 380 - 2 * 16 - 22 - 12;
+        EXPECT_EQ(window.findChildren<QLabel*>().last()->width(), textWidth) << state;
+    }
+}
+
 TEST_F(StatusWindowTest, EscapeClosesIt)
 {
     const StateWatcher watcher(world.system());
