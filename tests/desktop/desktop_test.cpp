@@ -20,18 +20,18 @@
 namespace quenchly {
 namespace {
 
-constexpr QRgb kAmber = 0xFFE19A3C;
-constexpr QRgb kBlue = 0xFF4E93C6;
-constexpr int kPanelHeight = 28;
-constexpr int kIconSize = 22;
-constexpr int kDeadlineMilliseconds = 15000;
+constexpr QRgb amber = 0xFFE19A3C;
+constexpr QRgb blue = 0xFF4E93C6;
+constexpr int panelHeight = 28;
+constexpr int iconSize = 22;
+constexpr int deadlineMilliseconds = 15000;
 
-const QString kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString kPanel = QStringLiteral("org.xfce.Panel");
+const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString panelService = QStringLiteral("org.xfce.Panel");
 
 bool waitFor(const std::function<bool()>& condition)
 {
-    return QTest::qWaitFor(condition, kDeadlineMilliseconds);
+    return QTest::qWaitFor(condition, deadlineMilliseconds);
 }
 
 QString run(const QString& program, const QStringList& arguments)
@@ -66,7 +66,7 @@ QImage screen()
 
 QRect panelStrip(const QImage& image)
 {
-    return {0, 0, image.width(), kPanelHeight};
+    return {0, 0, image.width(), panelHeight};
 }
 
 QString picturePath(const char* name)
@@ -90,9 +90,9 @@ void keepIcon(const char* name, const QRect& icon)
 
 bool isClose(QRgb a, QRgb b)
 {
-    constexpr int kTolerance = 6;
-    return std::abs(qRed(a) - qRed(b)) <= kTolerance && std::abs(qGreen(a) - qGreen(b)) <= kTolerance &&
-           std::abs(qBlue(a) - qBlue(b)) <= kTolerance;
+    constexpr int tolerance = 6;
+    return std::abs(qRed(a) - qRed(b)) <= tolerance && std::abs(qGreen(a) - qGreen(b)) <= tolerance &&
+           std::abs(qBlue(a) - qBlue(b)) <= tolerance;
 }
 
 /// Where on the panel pixels of a colour are; null when there are none.
@@ -100,7 +100,7 @@ QRect colorOnPanel(QRgb color)
 {
     const QImage image = screen();
     QRect found;
-    for (int y = 0; y < kPanelHeight; ++y) {
+    for (int y = 0; y < panelHeight; ++y) {
         for (int x = 0; x < image.width(); ++x) {
             if (isClose(image.pixel(x, y), color))
                 found |= QRect(x, y, 1, 1);
@@ -123,7 +123,7 @@ QStringList registeredItems()
 {
     QStringList services;
     const QVariant items =
-        propertyOf(kWatcher, QStringLiteral("/StatusNotifierWatcher"), kWatcher, "RegisteredStatusNotifierItems");
+        propertyOf(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher, "RegisteredStatusNotifierItems");
     for (const QString& item : items.toStringList())
         services.append(item.section(u'/', 0, 0));
     return services;
@@ -156,18 +156,18 @@ ToolTip itemToolTip()
 
 bool panelRuns()
 {
-    return QDBusConnection::sessionBus().interface()->isServiceRegistered(kPanel);
+    return QDBusConnection::sessionBus().interface()->isServiceRegistered(panelService);
 }
 
 bool trayRuns()
 {
-    return QDBusConnection::sessionBus().interface()->isServiceRegistered(kWatcher);
+    return QDBusConnection::sessionBus().interface()->isServiceRegistered(watcher);
 }
 
 void killPanel()
 {
-    const uint panel = QDBusConnection::sessionBus().interface()->servicePid(kPanel);
-    ::kill(static_cast<pid_t>(panel), SIGKILL);
+    const uint panelId = QDBusConnection::sessionBus().interface()->servicePid(panelService);
+    ::kill(static_cast<pid_t>(panelId), SIGKILL);
     ASSERT_TRUE(waitFor([] { return !panelRuns() && !trayRuns(); }));
 }
 
@@ -204,7 +204,7 @@ protected:
         application.waitForFinished(3000);
         if (!panelRuns())
             startPanel();
-        EXPECT_TRUE(waitFor([] { return colorOnPanel(kAmber).isNull() && colorOnPanel(kBlue).isNull(); }));
+        EXPECT_TRUE(waitFor([] { return colorOnPanel(amber).isNull() && colorOnPanel(blue).isNull(); }));
     }
 
     static void TearDownTestSuite()
@@ -254,7 +254,7 @@ protected:
         for (const QString& window : found) {
             const QString geometry = run(QStringLiteral("xdotool"),
                                          {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window});
-            if (geometry.section(QStringLiteral("WIDTH="), 1).section(u'\n', 0, 0).toInt() > 2 * kIconSize)
+            if (geometry.section(QStringLiteral("WIDTH="), 1).section(u'\n', 0, 0).toInt() > 2 * iconSize)
                 ++count;
         }
         return count;
@@ -266,55 +266,55 @@ protected:
 
 TEST_F(DesktopTest, TheIconIsInTheTrayInTheTintOfTheState)
 {
-    showScenario("holding", kAmber);
+    showScenario("holding", amber);
     ASSERT_EQ(registeredItems().size(), 1);
     EXPECT_TRUE(registeredItems().constFirst().startsWith(
         QStringLiteral("org.kde.StatusNotifierItem-%1-").arg(application.processId())));
-    const QRect amber = colorOnPanel(kAmber);
-    EXPECT_LE(amber.width(), kIconSize);
-    EXPECT_LE(amber.height(), kIconSize);
+    const QRect glyph = colorOnPanel(amber);
+    EXPECT_LE(glyph.width(), iconSize);
+    EXPECT_LE(glyph.height(), iconSize);
     keepPicture("tray-holding");
-    keepIcon("icon-holding", amber);
+    keepIcon("icon-holding", glyph);
 
     playScenario("calm");
-    ASSERT_TRUE(waitFor([] { return !colorOnPanel(kBlue).isNull(); }));
-    EXPECT_TRUE(colorOnPanel(kAmber).isNull());
-    keepIcon("icon-calm", colorOnPanel(kBlue));
+    ASSERT_TRUE(waitFor([] { return !colorOnPanel(blue).isNull(); }));
+    EXPECT_TRUE(colorOnPanel(amber).isNull());
+    keepIcon("icon-calm", colorOnPanel(blue));
 }
 
 TEST_F(DesktopTest, TheToolTipCarriesTheLabel)
 {
-    showScenario("holding", kAmber);
+    showScenario("holding", amber);
     const QString label = itemProperty("Title").toString();
     EXPECT_FALSE(label.isEmpty());
     EXPECT_EQ(itemProperty("XAyatanaLabel").toString(), label);
     EXPECT_EQ(itemToolTip().title, label);
     EXPECT_FALSE(itemToolTip().text.isEmpty());
 
-    const QRect belowPanel(0, kPanelHeight + 1, screen().width(), 150);
+    const QRect belowPanel(0, panelHeight + 1, screen().width(), 150);
     const QImage before = screen().copy(belowPanel);
-    point(colorOnPanel(kAmber).center());
+    point(colorOnPanel(amber).center());
     EXPECT_TRUE(waitFor([&] { return screen().copy(belowPanel) != before; }));
     keepPicture("tool-tip");
 }
 
 TEST_F(DesktopTest, TheIconComesBackWithThePanel)
 {
-    showScenario("holding", kAmber);
+    showScenario("holding", amber);
     killPanel();
-    ASSERT_TRUE(waitFor([] { return colorOnPanel(kAmber).isNull(); }));
+    ASSERT_TRUE(waitFor([] { return colorOnPanel(amber).isNull(); }));
     startPanel();
     EXPECT_TRUE(waitFor([] { return registeredItems().size() == 1; }));
-    EXPECT_TRUE(waitFor([] { return !colorOnPanel(kAmber).isNull(); }));
+    EXPECT_TRUE(waitFor([] { return !colorOnPanel(amber).isNull(); }));
     keepPicture("tray-after-restart");
     EXPECT_EQ(openWindows(), 0);
 }
 
 TEST_F(DesktopTest, AClickOpensAndClosesThePanel)
 {
-    showScenario("calm", kBlue);
+    showScenario("calm", blue);
     EXPECT_EQ(openWindows(), 0);
-    const QPoint icon = colorOnPanel(kBlue).center();
+    const QPoint icon = colorOnPanel(blue).center();
     click(icon);
     ASSERT_TRUE(waitFor([this] { return openWindows() == 1; }));
     keepPicture("panel");
@@ -328,8 +328,8 @@ TEST_F(DesktopTest, AClickOpensAndClosesThePanel)
 
 TEST_F(DesktopTest, EscapeClosesThePanel)
 {
-    showScenario("calm", kBlue);
-    click(colorOnPanel(kBlue).center());
+    showScenario("calm", blue);
+    click(colorOnPanel(blue).center());
     ASSERT_TRUE(waitFor([this] { return openWindows() == 1; }));
     // The window takes the keys only once the window manager has made it active.
     EXPECT_TRUE(waitFor([this] {
@@ -344,11 +344,11 @@ TEST_F(DesktopTest, WithoutASessionBusTheX11TrayShowsIt)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nonexistent/bus"));
     startApplication(environment);
-    ASSERT_TRUE(waitFor([] { return !colorOnPanel(kBlue).isNull(); }));
+    ASSERT_TRUE(waitFor([] { return !colorOnPanel(blue).isNull(); }));
     EXPECT_TRUE(registeredItems().isEmpty());
     EXPECT_EQ(openWindows(), 0);
-    keepIcon("icon-x11-tray", colorOnPanel(kBlue));
-    click(colorOnPanel(kBlue).center());
+    keepIcon("icon-x11-tray", colorOnPanel(blue));
+    click(colorOnPanel(blue).center());
     EXPECT_TRUE(waitFor([this] { return openWindows() == 1; }));
 }
 
@@ -360,9 +360,9 @@ TEST_F(DesktopTest, WithoutAnyTrayTheWindowOpensByItself)
     EXPECT_TRUE(waitFor([this] { return openWindows() == 1; }));
     keepPicture("window-without-tray");
     startPanel();
-    ASSERT_TRUE(waitFor([] { return !colorOnPanel(kBlue).isNull(); }));
+    ASSERT_TRUE(waitFor([] { return !colorOnPanel(blue).isNull(); }));
     EXPECT_EQ(registeredItems().size(), 1);
-    EXPECT_LE(colorOnPanel(kBlue).width(), kIconSize);
+    EXPECT_LE(colorOnPanel(blue).width(), iconSize);
 }
 
 }  // namespace

@@ -20,10 +20,10 @@
 namespace quenchly {
 namespace {
 
-const QString kWatcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString kItemPath = QStringLiteral("/StatusNotifierItem");
-const QString kItemInterface = QStringLiteral("org.kde.StatusNotifierItem");
-const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 
 QDBusConnection newConnection()
 {
@@ -52,14 +52,14 @@ public:
     ScriptedWatcher() { bus_.registerVirtualObject(QStringLiteral("/StatusNotifierWatcher"), this); }
     ~ScriptedWatcher() override { disappear(); }
 
-    void appear() { ASSERT_TRUE(bus_.registerService(kWatcherName)); }
-    void disappear() { bus_.unregisterService(kWatcherName); }
+    void appear() { ASSERT_TRUE(bus_.registerService(watcherName)); }
+    void disappear() { bus_.unregisterService(watcherName); }
 
     void setHasHost(bool value)
     {
         hasHost = value;
         bus_.send(QDBusMessage::createSignal(
-            QStringLiteral("/StatusNotifierWatcher"), kWatcherName,
+            QStringLiteral("/StatusNotifierWatcher"), watcherName,
             value ? QStringLiteral("StatusNotifierHostRegistered") : QStringLiteral("StatusNotifierHostUnregistered")));
     }
 
@@ -91,8 +91,8 @@ public:
     explicit Host(QString service) : service_(std::move(service))
     {
         for (const char* signal : {"NewTitle", "NewIcon", "NewToolTip", "NewStatus", "XAyatanaNewLabel"})
-            bus_.connect(service_, kItemPath, kItemInterface, QLatin1String(signal), this, SLOT(record(QDBusMessage)));
-        bus_.connect(service_, kItemPath, kProperties, QStringLiteral("PropertiesChanged"), this,
+            bus_.connect(service_, itemPath, itemInterface, QLatin1String(signal), this, SLOT(record(QDBusMessage)));
+        bus_.connect(service_, itemPath, properties, QStringLiteral("PropertiesChanged"), this,
                      SLOT(record(QDBusMessage)));
     }
 
@@ -107,12 +107,12 @@ public:
     }
     void callItem(const QString& method, const QVariantList& arguments)
     {
-        EXPECT_EQ(call(kItemPath, kItemInterface, method, arguments).type(), QDBusMessage::ReplyMessage);
+        EXPECT_EQ(call(itemPath, itemInterface, method, arguments).type(), QDBusMessage::ReplyMessage);
     }
     QVariant property(const char* name)
     {
         const QDBusMessage reply =
-            call(kItemPath, kProperties, QStringLiteral("Get"), {kItemInterface, QLatin1String(name)});
+            call(itemPath, properties, QStringLiteral("Get"), {itemInterface, QLatin1String(name)});
         EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage) << reply.errorMessage().toStdString();
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
@@ -336,7 +336,7 @@ TEST_F(StatusNotifierItemTest, ANewLabelReachesEveryKindOfHost)
               (QVariantList{QStringLiteral("Extra on 1.0 / 8"), QStringLiteral("Extra on 88.8 / 88")}));
     const QVariantList changes = host.received[3].arguments();
     ASSERT_EQ(changes.size(), 3);
-    EXPECT_EQ(changes[0].toString(), kItemInterface);
+    EXPECT_EQ(changes[0].toString(), itemInterface);
     EXPECT_EQ(qdbus_cast<QVariantMap>(changes[1]).keys(),
               (QStringList{QStringLiteral("Title"), QStringLiteral("ToolTip"), QStringLiteral("XAyatanaLabel"),
                            QStringLiteral("XAyatanaLabelGuide")}));
@@ -382,10 +382,10 @@ TEST_F(StatusNotifierItemTest, OffersAnEmptyMenuToGnome)
     const QDBusMessage layout = host.call(path, QStringLiteral("com.canonical.dbusmenu"), QStringLiteral("GetLayout"),
                                           {0, -1, QStringList{QStringLiteral("type")}});
     EXPECT_EQ(layout.signature(), QStringLiteral("u(ia{sv}av)"));
-    const QDBusMessage properties =
+    const QDBusMessage groups =
         host.call(path, QStringLiteral("com.canonical.dbusmenu"), QStringLiteral("GetGroupProperties"),
                   {QVariant::fromValue(QList<int>{0}), QStringList()});
-    EXPECT_EQ(properties.signature(), QStringLiteral("a(ia{sv})"));
+    EXPECT_EQ(groups.signature(), QStringLiteral("a(ia{sv})"));
 }
 
 TEST_F(StatusNotifierItemTest, LeavesTheBusWhenItGoes)
@@ -394,7 +394,7 @@ TEST_F(StatusNotifierItemTest, LeavesTheBusWhenItGoes)
     Host host(item->serviceName());
     item.reset();
     const QDBusMessage reply =
-        host.call(kItemPath, kProperties, QStringLiteral("Get"), {kItemInterface, QStringLiteral("Title")});
+        host.call(itemPath, properties, QStringLiteral("Get"), {itemInterface, QStringLiteral("Title")});
     EXPECT_EQ(reply.type(), QDBusMessage::ErrorMessage);
 }
 

@@ -17,10 +17,10 @@ namespace {
 using namespace std::chrono_literals;
 
 /// A panel that restarts is back within this time; the item does not move to another tray meanwhile.
-constexpr auto kRestartGrace = 3s;
+constexpr auto restartGrace = 3s;
 
 /// Nothing tells that the X11 tray came or went.
-constexpr auto kX11TrayCheckInterval = 5s;
+constexpr auto x11TrayCheckInterval = 5s;
 
 QIcon iconOf(const std::vector<QImage>& images)
 {
@@ -88,7 +88,7 @@ void LinuxMenuBarExtra::setContent(const MenuBarExtraContent& content)
 void LinuxMenuBarExtra::hostChanged(bool hasHost)
 {
     if (!hasHost) {
-        restartGrace_.start(available_ ? kRestartGrace : 0s);
+        restartGrace_.start(available_ ? restartGrace : 0s);
         return;
     }
     restartGrace_.stop();
@@ -106,7 +106,7 @@ void LinuxMenuBarExtra::showOnX11Tray()
         connect(x11Icon_.get(), &QSystemTrayIcon::activated, this, &LinuxMenuBarExtra::activatedOnX11Tray);
         updateX11Tray();
         x11Icon_->show();
-        x11TrayCheck_.start(kX11TrayCheckInterval);
+        x11TrayCheck_.start(x11TrayCheckInterval);
     }
     setAvailable(x11Icon_ && QSystemTrayIcon::isSystemTrayAvailable());
 }

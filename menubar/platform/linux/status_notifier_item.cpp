@@ -112,16 +112,16 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, MenuLayout& layou
 
 namespace {
 
-const QString kItemPath = QStringLiteral("/StatusNotifierItem");
-const QString kItemInterface = QStringLiteral("org.kde.StatusNotifierItem");
-const QString kMenuPath = QStringLiteral("/StatusNotifierItem/Menu");
-const QString kNoMenuPath = QStringLiteral("/NO_DBUSMENU");
-const QString kWatcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString kWatcherPath = QStringLiteral("/StatusNotifierWatcher");
-const QString kPropertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString menuPath = QStringLiteral("/StatusNotifierItem/Menu");
+const QString noMenuPath = QStringLiteral("/NO_DBUSMENU");
+const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
 /// How long a watcher may take to tell whether it has a tray.
-constexpr int kHostAnswerMilliseconds = 1000;
+constexpr int hostAnswerMilliseconds = 1000;
 
 QString nextServiceName()
 {
@@ -178,7 +178,7 @@ bool trayNeedsMenu()
 
 QDBusMessage watcherCall(const QString& interface, const QString& method, const QVariantList& arguments)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(kWatcherService, kWatcherPath, interface, method);
+    QDBusMessage call = QDBusMessage::createMethodCall(watcherService, watcherPath, interface, method);
     call.setArguments(arguments);
     call.setAutoStartService(false);
     return call;
@@ -227,7 +227,7 @@ public:
     int windowId() const { return 0; }
     QString iconName() const { return {}; }
     bool itemIsMenu() const { return false; }
-    QDBusObjectPath menu() const { return QDBusObjectPath(trayNeedsMenu() ? kMenuPath : kNoMenuPath); }
+    QDBusObjectPath menu() const { return QDBusObjectPath(trayNeedsMenu() ? menuPath : noMenuPath); }
 
     QString label() const { return content_.label; }
     QString labelGuide() const { return widestCase(content_.label); }
@@ -331,23 +331,23 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, QObject* pare
     registerMetaTypes();
     auto* menu = new QObject(this);
     new EmptyMenuAdaptor(menu);
-    bus_.registerObject(kItemPath, this);
-    bus_.registerObject(kMenuPath, menu);
+    bus_.registerObject(itemPath, this);
+    bus_.registerObject(menuPath, menu);
     if (!bus_.registerService(serviceName_))
         serviceName_ = bus_.baseService();
 
-    auto* watchers = new QDBusServiceWatcher(kWatcherService, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
+    auto* watchers = new QDBusServiceWatcher(watcherService, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watchers, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) { watcherChanged(newOwner); });
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-        bus_.connect(kWatcherService, kWatcherPath, kWatcherService, QLatin1String(signal), this, SLOT(askForHost()));
+        bus_.connect(watcherService, watcherPath, watcherService, QLatin1String(signal), this, SLOT(askForHost()));
     announce();
 }
 
 StatusNotifierItem::~StatusNotifierItem()
 {
-    bus_.unregisterObject(kItemPath);
-    bus_.unregisterObject(kMenuPath);
+    bus_.unregisterObject(itemPath);
+    bus_.unregisterObject(menuPath);
     bus_.unregisterService(serviceName_);
 }
 
@@ -357,8 +357,8 @@ void StatusNotifierItem::setContent(const MenuBarExtraContent& content)
     if (changed.isEmpty())
         return;
     QDBusMessage signal =
-        QDBusMessage::createSignal(kItemPath, kPropertiesInterface, QStringLiteral("PropertiesChanged"));
-    signal << kItemInterface << changed << QStringList();
+        QDBusMessage::createSignal(itemPath, propertiesInterface, QStringLiteral("PropertiesChanged"));
+    signal << itemInterface << changed << QStringList();
     bus_.send(signal);
 }
 
@@ -374,15 +374,15 @@ void StatusNotifierItem::watcherChanged(const QString& newOwner)
 
 void StatusNotifierItem::announce()
 {
-    bus_.asyncCall(watcherCall(kWatcherService, QStringLiteral("RegisterStatusNotifierItem"), {serviceName_}));
+    bus_.asyncCall(watcherCall(watcherService, QStringLiteral("RegisterStatusNotifierItem"), {serviceName_}));
     askForHost();
 }
 
 void StatusNotifierItem::askForHost()
 {
-    const QDBusMessage question = watcherCall(kPropertiesInterface, QStringLiteral("Get"),
-                                              {kWatcherService, QStringLiteral("IsStatusNotifierHostRegistered")});
-    hostQuestion_ = new QDBusPendingCallWatcher(bus_.asyncCall(question, kHostAnswerMilliseconds), this);
+    const QDBusMessage question = watcherCall(propertiesInterface, QStringLiteral("Get"),
+                                              {watcherService, QStringLiteral("IsStatusNotifierHostRegistered")});
+    hostQuestion_ = new QDBusPendingCallWatcher(bus_.asyncCall(question, hostAnswerMilliseconds), this);
     connect(hostQuestion_, &QDBusPendingCallWatcher::finished, this, &StatusNotifierItem::hostAnswered);
 }
 
