@@ -45,13 +45,13 @@ constexpr Entry entries[] = {
      "LM Studio headless, llama-server) para hindi makipag-agawan ng CPU ang Mac sa AI. "
      "Nananatiling naka-load ang model; nananatili ang memory; tuloy ang trabaho sa puwesto nito. "
      "Nananatiling On ang “Retaining memory” habang On ang Protection. "
-     "Hindi nito isinasara ang mga app at hindi nito pinapalaya ang lahat ng RAM."},
+     "Hindi nito isinasara ang mga app at hindi nito binabakante ang lahat ng RAM."},
     {"help_protection_off",
      "Tumatakbo sa buong bilis ang listed AI kahit overloaded ang Mac. "
      "Gamitin lang ito kapag kailangan mo ang pinakamataas na inference throughput at tanggap mo ang panganib "
      "na bumigat ang UI o lumaki ang swap. "
      "Ipinapakita pa rin ng Quenchly ang mga meter ng load at swap, pero hindi nito kokontrolin ang bilis ng "
-     "listed AI para manatiling madaling gamitin ang Mac."},
+     "listed AI alang-alang sa maginhawang paggamit ng Mac."},
     {"help_checks_not_set_up",
      "Tumatakbo ang icon sa menu bar, pero hindi pa naka-install ang background checker na bumabasa ng load at "
      "swap. "
@@ -69,23 +69,23 @@ constexpr Entry entries[] = {
      "Lagi itong naka-on kapag On ang Protection; hindi ito hiwalay na toggle."},
     {"help_unload_listed_ai",
      "Ina-unload nito ang mga naka-load na local AI model na pinamamahalaan ng Quenchly (Ollama, MLX, at mga "
-     "katulad) at pinapalaya ang RAM na ginagamit ng mga ito. "
+     "katulad) at binabakante ang RAM na ginagamit ng mga ito. "
      "Gamitin kapag mataas ang swap o kapag nagbababala ang macOS tungkol sa memory. "
      "Ilo-load ulit ng susunod mong chat ang model."},
     {"help_extra_memory_status",
      "Ginagamit ng macOS ang espasyo sa disk bilang extra memory (swap) para paglagyan ng kasalukuyang "
      "ginagawa. "
-     "Hindi ito katulad ng RAM percent sa Activity Monitor; puwedeng sabay na mataas ang dalawa. "
+     "Hindi ito kapareho ng RAM percent sa Activity Monitor; puwedeng sabay na mataas ang dalawa. "
      "Umuusad pa rin ang trabaho; puwedeng magmungkahi ang Quenchly na i-unload ang listed AI kung mananatiling "
      "kritikal ang swap."},
     {"help_extra_memory_tip",
-     "Mataas ang extra memory sa disk habang may mga model pang naka-load ang listed AI. "
-     "Pag-isipang gamitin ang “I-unload ang listed AI” para mapalaya ang RAM bago pa lalong lumaki ang swap. "
+     "Mataas ang extra memory sa disk habang may mga naka-load pang model ang listed AI. "
+     "Pag-isipang gamitin ang “I-unload ang listed AI” para mabakante ang RAM bago pa lalong lumaki ang swap. "
      "Hindi nito isinasara ang mga app at hindi nito binabago ang settings ng Protection."},
     {"help_load_meter",
      "Load ng Mac bilang porsiyento ng mga CPU core mo, na sina-sample nang live. "
      "Kapag mas mataas, mas maraming thread ang naghihintay ng oras sa CPU. "
-     "Hindi ito katulad ng CPU percent ng bawat process sa Activity Monitor o ng reading ng temperatura."},
+     "Hindi ito kapareho ng CPU percent ng bawat process sa Activity Monitor o ng reading ng temperatura."},
     {"help_swap_meter",
      "Extra memory na isinulat sa disk (nagamit na swap file). "
      "Kapag mataas ang swap, ibig sabihin ay nanghihiram ang macOS ng espasyo sa disk para paglagyan ng laman "
@@ -115,11 +115,11 @@ constexpr Entry entries[] = {
      "Pang-view lang ito; baguhin ang Protection o mag-unload mula sa menu, hindi sa dashboard."},
     {"help_check_for_updates",
      "Tinitingnan nito sa update site ng Quenchly kung may mas bagong build. "
-     "Kung mayroon, ikaw ang pipili kung i-i-install ito. "
+     "Kung mayroon, ikaw ang magpapasya kung i-install ito. "
      "Hindi kailanman palihim na nag-a-update ang Quenchly."},
     {"help_auto_updates",
      "Kapag On, pana-panahong tinitingnan ng Quenchly ang update site nito kung may mas bagong build. "
-     "Kung mayroon, ikaw ang pipili kung i-i-install ito; walang ini-install sa background. "
+     "Kung mayroon, ikaw ang magpapasya kung i-install ito; walang ini-install sa background. "
      "Gawing Off para ihinto ang mga check na iyon sa background. "
      "Gumagana pa rin anumang oras ang “Tingnan ang Updates”."},
     {"help_open_at_login",

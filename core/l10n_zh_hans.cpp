@@ -63,7 +63,7 @@ constexpr Entry entries[] = {
      "所列 AI 会被就地限制，避免这台 Mac 与 AI 争抢 CPU。"
      "只要 Protection 为“开”，此项就始终开启，并非单独的开关。"},
     {"help_unload_listed_ai",
-     "卸载由 Quenchly 管理的已加载本地 AI 模型（Ollama、MLX 等），并释放它们占用的 RAM。"
+     "从内存中卸载由 Quenchly 管理的已加载本地 AI 模型（Ollama、MLX 等），并释放它们占用的 RAM。"
      "当交换偏高或 macOS 发出内存警告时使用。"
      "下次聊天时会重新加载模型。"},
     {"help_extra_memory_status",
@@ -87,11 +87,11 @@ constexpr Entry entries[] = {
      "llama-cpp-server。"
      "自定义 llama 二进制文件仅在进程与这些名称匹配时才包含在内。"},
     {"help_set_aside",
-     "循环检查后被 Quenchly 暂存的所列 AI。"
+     "循环检测后被 Quenchly 暂存的所列 AI。"
      "在你“确认”之前，它们会全速运行。"
-     "“确认”后，如果再次过载，Protection 可以在下次检查时重新放缓所列 AI。"},
+     "“确认”后，如果再次过载，Protection 可以在下次检查时重新放缓所列 AI 的速度。"},
     {"help_acknowledge",
-     "从“暂存”中移除一个应用，让 Protection 在过载时能够重新放缓所列 AI。"
+     "从“暂存”中移除一个应用，让 Protection 在过载时能够重新放缓所列 AI 的速度。"
      "当你不再需要让该应用不受限制地全速运行时使用。"
      "它不会卸载模型，也不会更改 Protection 的开/关状态。"},
     {"help_clear_all_aside",

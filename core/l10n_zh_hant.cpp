@@ -89,9 +89,9 @@ constexpr Entry entries[] = {
     {"help_set_aside",
      "迴圈檢查後被 Quenchly 暫存的所列 AI。"
      "在你「確認」之前，它們會全速執行。"
-     "「確認」後，如果再次過載，Protection 可以在下次檢查時重新放緩所列 AI。"},
+     "「確認」後，如果再次過載，Protection 可以在下次檢查時重新放緩所列 AI 的速度。"},
     {"help_acknowledge",
-     "從「暫存」中移除一個 App，讓 Protection 在過載時能夠重新放緩所列 AI。"
+     "從「暫存」中移除一個 App，讓 Protection 在過載時能夠重新放緩所列 AI 的速度。"
      "當你不再需要讓該 App 不受限制地全速執行時使用。"
      "它不會卸載模型，也不會更改 Protection 的開/關狀態。"},
     {"help_clear_all_aside",
