@@ -13,6 +13,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <limits>
 #include <string>
 #include <thread>
@@ -520,6 +521,45 @@ TEST_F(ProcessTableTest, TheKeptDescriptorIsNotInherited)
             continue;
         EXPECT_NE(::fcntl(std::stoi(entry.path().filename()), F_GETFD) & FD_CLOEXEC, 0);
     }
+}
+
+TEST_F(ProcessTableTest, WhatIsCreatedBetweenListingsIsFoundAtOnce)
+{
+    for (int refresh = 0; refresh < 3 * LinuxProcessTable::listingInterval; ++refresh) {
+        Child& child = start("created-between");
+        EXPECT_EQ(matching("created-between"), Ids{child.id()}) << "in refresh " << refresh;
+        child.end();
+        EXPECT_EQ(matching("created-between"), Ids{}) << "in refresh " << refresh;
+    }
+}
+
+TEST_F(ProcessTableTest, MoreNewProcessesThanTheIdsAreFollowedForAreFound)
+{
+    for (int refresh = 0; refresh < 3; ++refresh)
+        matching("created-at-once");
+    Ids ids;
+    for (ProcessId count = 0; count < 2 * LinuxProcessTable::mostCreated; ++count)
+        ids.push_back(start("created-at-once").id());
+    std::ranges::sort(ids);
+    EXPECT_EQ(matching("created-at-once"), ids);
+}
+
+TEST_F(ProcessTableTest, AThreadCreatedBetweenListingsIsNoProcess)
+{
+    const std::string pattern = "process_table_test";
+    for (int refresh = 0; refresh < 3; ++refresh)
+        matching(pattern);
+    std::promise<ProcessId> id;
+    std::promise<void> finish;
+    std::thread thread([&] {
+        id.set_value(::syscall(SYS_gettid));
+        finish.get_future().wait();
+    });
+    const ProcessId threadId = id.get_future().get();
+    const Ids found = matching(pattern);
+    finish.set_value();
+    thread.join();
+    EXPECT_EQ(std::ranges::count(found, threadId), 0);
 }
 
 TEST_F(ProcessTableTest, VanishedProcessesLeaveNothingInMemory)

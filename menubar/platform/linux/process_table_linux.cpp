@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <regex.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,6 +18,8 @@
 #include <string_view>
 #include <utility>
 
+#include "descriptor.h"
+
 namespace quenchly {
 
 namespace {
@@ -26,22 +30,6 @@ constexpr std::size_t recordedNameLength = 15;
 
 constexpr std::size_t longestPattern = 1024;
 constexpr std::size_t mostRepetitions = 1024;
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor()
-    {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
 
 class UsedLocale {
 public:
@@ -56,10 +44,9 @@ private:
 
 enum class Reading { done, denied, failed };
 
-Reading readFile(int folder, ProcessId id, const char* name, std::string& content)
+Reading readFile(int folder, const std::string& path, std::string& content)
 {
     content.clear();
-    const std::string path = std::to_string(id) + '/' + name;
     const Descriptor file(::openat(folder, path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file.number() < 0)
         return errno == EACCES || errno == EPERM ? Reading::denied : Reading::failed;
@@ -74,6 +61,17 @@ Reading readFile(int folder, ProcessId id, const char* name, std::string& conten
             break;
     }
     return Reading::done;
+}
+
+Reading readFile(int folder, ProcessId id, const char* name, std::string& content)
+{
+    return readFile(folder, std::to_string(id) + '/' + name, content);
+}
+
+/// A thread has an id and a folder too, but cannot be opened as a process.
+bool isProcess(ProcessId id)
+{
+    return Descriptor(static_cast<int>(::syscall(SYS_pidfd_open, id, 0))).number() >= 0;
 }
 
 std::string readLink(int folder, const std::string& path)
@@ -263,7 +261,7 @@ LinuxProcessTable::~LinuxProcessTable()
 
 void LinuxProcessTable::beginRefresh()
 {
-    isListed_ = areNamesRead_ = areLinesRead_ = false;
+    isListed_ = isCaughtUp_ = areNamesRead_ = areLinesRead_ = false;
 }
 
 std::vector<ProcessId> LinuxProcessTable::named(const std::string& name)
@@ -285,6 +283,7 @@ std::vector<ProcessId> LinuxProcessTable::matching(const std::string& pattern)
     if (!isAffordable(pattern))
         return ids;
     const UsedLocale utf8(utf8_);
+    catchUp(pattern);
     readLines();
     const std::size_t index = question(pattern);
     for (Process& process : processes_) {
@@ -327,6 +326,7 @@ void LinuxProcessTable::identifyItself()
     const auto self = parseId(readLink(folder(), "self"));
     hasClocks_ = self == ProcessId{::getpid()};
     self_ = self.value_or(::getpid());
+    tellsProcesses_ = hasClocks_ && isProcess(self_);
 }
 
 void LinuxProcessTable::list()
@@ -335,6 +335,59 @@ void LinuxProcessTable::list()
         return;
     readEntries();
     adoptEntries();
+    refreshesSinceListing_ = 0;
+}
+
+/// Enough for an expression that was asked before; everything else needs the listing.
+void LinuxProcessTable::catchUp(const std::string& pattern)
+{
+    if (isListed_ || std::exchange(isCaughtUp_, true))
+        return;
+    const bool created = adoptCreated();
+    if (!created || std::ranges::find(questions_, pattern, &Question::pattern) == questions_.end())
+        list();
+}
+
+/// Adds the processes created since the last refresh; false when only a listing can tell. A process has its id a moment
+/// before it can be found, hence the ids of two refreshes.
+bool LinuxProcessTable::adoptCreated()
+{
+    const ProcessId newest = open() && tellsProcesses_ ? newestId().value_or(0) : 0;
+    const ProcessId after = std::exchange(newestBefore_, std::exchange(newest_, newest));
+    const bool isPlain = after > 0 && newest >= after && newest - after <= mostCreated;
+    if (!isPlain || ++refreshesSinceListing_ >= listingInterval)
+        return false;
+    for (ProcessId id = after + 1; id <= newest; ++id)
+        adoptIfProcess(id);
+    for (Process& process : processes_)
+        grow(process);
+    return true;
+}
+
+void LinuxProcessTable::adoptIfProcess(ProcessId id)
+{
+    const auto place = std::ranges::lower_bound(processes_, id, {}, [](const Process& p) { return p.entry.id; });
+    if ((place != processes_.end() && place->entry.id == id) || !isProcess(id))
+        return;
+    struct stat facts {};
+    if (::fstatat(folder(), std::to_string(id).c_str(), &facts, 0) == 0)
+        processes_.insert(place, Process{.entry = {id, facts.st_ino}});
+}
+
+/// The last word of "loadavg" is the id that was given out last.
+std::optional<ProcessId> LinuxProcessTable::newestId() const
+{
+    std::string averages;
+    if (readFile(folder(), "loadavg", averages) != Reading::done)
+        return std::nullopt;
+    while (averages.ends_with('\n'))
+        averages.pop_back();
+    return parseId(std::string_view(averages).substr(averages.rfind(' ') + 1));
+}
+
+void LinuxProcessTable::grow(Process& process)
+{
+    process.refreshes += process.refreshes < youngRefreshes ? 1 : 0;
 }
 
 void LinuxProcessTable::readEntries()
@@ -367,7 +420,7 @@ void LinuxProcessTable::adoptEntries()
         const bool isSame = known != previous_.end() && known->entry.id == entry.id &&
                             known->entry.inode == entry.inode && entry.inode != noInode;
         processes_.push_back(isSame ? std::move(*known) : Process{.entry = entry});
-        processes_.back().refreshes += processes_.back().refreshes < youngRefreshes ? 1 : 0;
+        grow(processes_.back());
     }
     previous_.clear();
 }
@@ -435,7 +488,6 @@ bool LinuxProcessTable::isWatched(const Process& process)
 
 void LinuxProcessTable::readLines()
 {
-    list();
     if (std::exchange(areLinesRead_, true))
         return;
     for (Process& process : processes_) {

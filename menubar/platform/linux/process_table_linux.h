@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,11 +27,17 @@ namespace quenchly {
 /// - else in turn: an exec in a long-running process is noticed within `lookShare` refreshes, or within `readShare`
 ///   where more than about a quarter of the machine's processes have run in between.
 /// Where there is no clock to read, every look counts as having run.
+///
+/// Listing every process is the greater part of a refresh, and ids are given out in ascending order. So a question that
+/// was asked before needs no listing: what is new is among the few ids given out since, and what matched is watched.
+/// Every `listingInterval` refreshes the listing is made all the same, and whenever the ids tell too little.
 class LinuxProcessTable final : public ProcessTable {
 public:
     static constexpr int youngRefreshes = 10;
     static constexpr std::size_t lookShare = 8;
     static constexpr std::size_t readShare = 32;
+    static constexpr int listingInterval = 16;
+    static constexpr ProcessId mostCreated = 64;
 
     explicit LinuxProcessTable(std::string root = "/proc");
     ~LinuxProcessTable() override;
@@ -83,6 +90,11 @@ private:
     bool open();
     void identifyItself();
     void list();
+    void catchUp(const std::string& pattern);
+    bool adoptCreated();
+    void adoptIfProcess(ProcessId id);
+    std::optional<ProcessId> newestId() const;
+    static void grow(Process& process);
     void readEntries();
     void adoptEntries();
 
@@ -107,8 +119,14 @@ private:
     locale_t utf8_;
     ProcessId self_ = 0;
     bool hasClocks_ = false;
+    bool tellsProcesses_ = false;
 
     bool isListed_ = false;
+    bool isCaughtUp_ = false;
+    int refreshesSinceListing_ = 0;
+    /// The newest id at the last refresh and at the one before it; 0 when unknown.
+    ProcessId newest_ = 0;
+    ProcessId newestBefore_ = 0;
     bool areNamesRead_ = false;
     bool areLinesRead_ = false;
     std::vector<Entry> entries_;
