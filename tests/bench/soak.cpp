@@ -1,6 +1,7 @@
 // Usage: soak [REFRESHES]
 // Refreshes the application as often as in a day, as fast as it can, and shows what has grown.
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -30,8 +31,9 @@ void printRow(int refreshes)
 {
     const ProcessFacts facts = factsOf(::getpid());
     const Memory memory = memoryOf(::getpid());
-    std::printf("  %9d %12.1f MiB %12.1f MiB %12d %9d\n", refreshes, static_cast<double>(memory.proportionalKiB) / 1024,
-                static_cast<double>(memory.privateKiB) / 1024, facts.descriptors, facts.threads);
+    std::printf("  %9d %12.1f MiB %12.1f MiB %12.2f MiB %12d %9d\n", refreshes,
+                static_cast<double>(memory.proportionalKiB) / 1024, static_cast<double>(memory.privateKiB) / 1024,
+                static_cast<double>(::mallinfo2().uordblks) / (1024 * 1024), facts.descriptors, facts.threads);
     std::fflush(stdout);
 }
 
@@ -56,7 +58,8 @@ int main(int argc, char** argv)
     StateWatcher watcher(movingSystem(makeSystem(home.path()), refreshes));
     const MenuBarApplication shown(watcher, makeMenuBarExtra());
 
-    std::printf("  %9s %16s %16s %12s %9s\n", "refreshes", "proportional", "private", "descriptors", "threads");
+    std::printf("  %9s %16s %16s %16s %12s %9s\n", "refreshes", "proportional", "private", "allocated", "descriptors",
+                "threads");
     const int warmUp = count / 100;
     const auto start = std::chrono::steady_clock::now();
     while (refreshes <= count) {
