@@ -4,12 +4,15 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLocalSocket>
+#include <QThread>
 
 namespace quenchly {
 namespace {
 
 constexpr int answerTimeout = 2000;  // milliseconds
+constexpr int retryInterval = 20;    // milliseconds
 
 QString runtimeFolder()
 {
@@ -21,7 +24,7 @@ QString runtimeFolder()
 QString pathFor(const QString& homeFolder, const QString& ending)
 {
     const QByteArray digest =
-        QCryptographicHash::hash(homeFolder.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
+        QCryptographicHash::hash(QDir::cleanPath(homeFolder).toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
     return QStringLiteral("%1/quenchly-menubar-%2-%3.%4")
         .arg(runtimeFolder(), QString::number(getuid()), QString::fromLatin1(digest), ending);
 }
@@ -38,12 +41,21 @@ SingleInstance::SingleInstance(const QString& homeFolder)
 
 SingleInstance::Outcome SingleInstance::claim(const QString& activationToken)
 {
-    if (lock_.tryLock(0)) {
-        QLocalServer::removeServer(socketPath_);
-        server_.listen(socketPath_);
-        return Outcome::first;
-    }
-    return handOver(activationToken) ? Outcome::handedOver : Outcome::unreachable;
+    QElapsedTimer waited;
+    waited.start();
+    do {
+        if (lock_.tryLock(0)) {
+            QLocalServer::removeServer(socketPath_);
+            server_.listen(socketPath_);
+            return Outcome::first;
+        }
+        if (lock_.error() != QLockFile::LockFailedError)
+            return Outcome::first;  // nothing can be written there: better two programs than none
+        if (handOver(activationToken))
+            return Outcome::handedOver;
+        QThread::msleep(retryInterval);  // the first one may hold the lock and not listen yet
+    } while (waited.elapsed() < answerTimeout);
+    return Outcome::unreachable;
 }
 
 bool SingleInstance::handOver(const QString& activationToken)

@@ -62,6 +62,13 @@ Instant currentTime(const StatusOptions& options)
     return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
 }
 
+QuenchStatus build(const std::optional<HeatState>& state, const StatusOptions& options,
+                   const StateFileResolver::Resolution& folder, Instant now)
+{
+    return QuenchStatusBuilder::build(
+        {.state = state, .dataHome = folder.dataHome, .launchAgentsDir = options.launchAgents, .now = now});
+}
+
 /// A missing file is an empty state and takes no live sample; one that is no state counts as none. No status at all
 /// when there is a file that cannot be read.
 std::optional<QuenchStatus> currentStatus(const StatusOptions& options, const StateFileResolver::Resolution& folder,
@@ -72,18 +79,17 @@ std::optional<QuenchStatus> currentStatus(const StatusOptions& options, const St
         return std::nullopt;
     const bool missing = file.outcome == FileReading::Outcome::missing;
     const std::optional<HeatState> state = missing ? HeatState() : HeatState::parse(file.bytes);
-    const QuenchStatus status = QuenchStatusBuilder::build(
-        {.state = state, .dataHome = folder.dataHome, .launchAgentsDir = options.launchAgents, .now = now});
+    const QuenchStatus status = build(state, options, folder, now);
     if (missing || !options.live)
         return status;
     const auto sample = LiveMetricsSampler::sample(status.swapCritical);
     return sample ? status.withLiveMetrics(*sample) : status;
 }
 
-QuenchStatus statusWithoutState(const StatusOptions& options, const StateFileResolver::Resolution& folder, Instant now)
+/// What stands until the state can be read for the first time, as in the application.
+QuenchStatus initialStatus(const StatusOptions& options, const StateFileResolver::Resolution& folder, Instant now)
 {
-    return QuenchStatusBuilder::build(
-        {.state = std::nullopt, .dataHome = folder.dataHome, .launchAgentsDir = options.launchAgents, .now = now});
+    return build(HeatState(), options, folder, now);
 }
 
 std::string render(const StatusOptions& options, const QuenchStatus& status, Instant now)
@@ -108,7 +114,7 @@ int printOnce(const StatusOptions& options, const StateFileResolver::Resolution&
 {
     const Instant now = currentTime(options);
     const auto status = currentStatus(options, folder, now);
-    return print(render(options, status ? *status : statusWithoutState(options, folder, now), now)) ? 0 : 1;
+    return print(render(options, status ? *status : initialStatus(options, folder, now), now)) ? 0 : 1;
 }
 
 /// Until nobody reads any more. While the state cannot be read, the last known status stands.
@@ -121,7 +127,7 @@ int watch(const StatusOptions& options, const StateFileResolver::Resolution& fol
         if (auto current = currentStatus(options, folder, now))
             status = std::move(current);
         else if (!status)
-            status = statusWithoutState(options, folder, now);
+            status = initialStatus(options, folder, now);
         std::string text = render(options, *status, now);
         if (text != shown && !print(text))
             return 0;

@@ -30,8 +30,11 @@ constexpr std::array<option, 12> longOptions{{
     {nullptr, 0, nullptr, 0},
 }};
 
-fs::path absolutePath(const char* text)
+/// An empty name would stand for the folder that was meant to be replaced.
+fs::path folderNamed(StatusOptions& options, const char* text)
 {
+    if (*text == '\0')
+        options.error = "a folder's name is empty";
     std::error_code ignored;
     return fs::absolute(text, ignored);
 }
@@ -71,13 +74,13 @@ void apply(StatusOptions& options, std::optional<fs::path>& launchAgentsDir, int
             options.live = false;
             return;
         case home:
-            options.home = absolutePath(optarg);
+            options.home = folderNamed(options, optarg);
             return;
         case dataHome:
-            options.dataHome = absolutePath(optarg);
+            options.dataHome = folderNamed(options, optarg);
             return;
         case launchAgents:
-            launchAgentsDir = absolutePath(optarg);
+            launchAgentsDir = folderNamed(options, optarg);
             return;
         case now:
             return setNow(options, optarg);
@@ -94,9 +97,13 @@ void apply(StatusOptions& options, std::optional<fs::path>& launchAgentsDir, int
     }
 }
 
-/// The argument that getopt stopped at, for the message; getopt's own would begin with the program's path.
+/// The argument that getopt stopped at, for the message; getopt's own would begin with the program's path. Within a
+/// group of letters getopt has not moved on yet.
 std::string refusedArgument(int argc, char** argv)
 {
+    const bool isLetter = optopt > help;
+    if (isLetter)
+        return std::string("-") + static_cast<char>(optopt);
     const int at = optind - 1;
     return at > 0 && at < argc ? argv[at] : "";
 }

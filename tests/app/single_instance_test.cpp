@@ -13,6 +13,7 @@
 namespace quenchly {
 namespace {
 
+namespace fs = std::filesystem;
 using Outcome = SingleInstance::Outcome;
 
 class SingleInstanceTest : public ::testing::Test {
@@ -21,6 +22,14 @@ protected:
     ~SingleInstanceTest() override
     {
         before.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", before);
+    }
+
+    fs::path socketPath() const
+    {
+        for (const auto& entry : fs::directory_iterator(runtime.path()))
+            if (entry.path().extension() == ".socket")
+                return entry.path();
+        return {};
     }
 
     testing::ScratchFolder runtime;
@@ -50,14 +59,48 @@ TEST_F(SingleInstanceTest, AnotherHomeFolderIsAnotherProgram)
     EXPECT_EQ(second.claim({}), Outcome::first);
 }
 
+TEST_F(SingleInstanceTest, TheSameHomeFolderInOtherWordsIsTheSameProgram)
+{
+    SingleInstance first(home);
+    ASSERT_EQ(first.claim({}), Outcome::first);
+    Outcome second = Outcome::first;
+    QSignalSpy requests(&first, &SingleInstance::openRequested);
+    std::thread other([&] { second = SingleInstance(home + QStringLiteral("/below/..//")).claim({}); });
+    EXPECT_TRUE(requests.wait(60'000));
+    other.join();
+    EXPECT_EQ(second, Outcome::handedOver);
+}
+
+TEST_F(SingleInstanceTest, AFirstThatListensAMomentLaterIsReached)
+{
+    SingleInstance first(home);
+    ASSERT_EQ(first.claim({}), Outcome::first);
+    QSignalSpy requests(&first, &SingleInstance::openRequested);
+    const fs::path socket = socketPath();
+    fs::rename(socket, runtime / "later");
+    Outcome second = Outcome::first;
+    std::thread other([&] { second = SingleInstance(home).claim({}); });
+    EXPECT_FALSE(requests.wait(100));
+    fs::rename(runtime / "later", socket);
+    EXPECT_TRUE(requests.wait(60'000));
+    other.join();
+    EXPECT_EQ(second, Outcome::handedOver);
+}
+
+TEST_F(SingleInstanceTest, WhereNothingCanBeWrittenEachStartRuns)
+{
+    qputenv("XDG_RUNTIME_DIR", "/proc");  // read-only even for root
+    EXPECT_EQ(SingleInstance(home).claim({}), Outcome::first);
+}
+
 TEST_F(SingleInstanceTest, ItLeavesNothingBehind)
 {
     {
         SingleInstance first(home);
         ASSERT_EQ(first.claim({}), Outcome::first);
-        EXPECT_FALSE(std::filesystem::is_empty(runtime.path()));
+        EXPECT_FALSE(fs::is_empty(runtime.path()));
     }
-    EXPECT_TRUE(std::filesystem::is_empty(runtime.path()));
+    EXPECT_TRUE(fs::is_empty(runtime.path()));
 }
 
 TEST_F(SingleInstanceTest, WhatACrashedProgramLeftBehindIsTakenOver)
@@ -70,7 +113,7 @@ TEST_F(SingleInstanceTest, WhatACrashedProgramLeftBehindIsTakenOver)
     int status = 0;
     ASSERT_EQ(waitpid(crashing, &status, 0), crashing);
     ASSERT_EQ(status, 0);
-    EXPECT_FALSE(std::filesystem::is_empty(runtime.path()));
+    EXPECT_FALSE(fs::is_empty(runtime.path()));
     EXPECT_EQ(SingleInstance(home).claim({}), Outcome::first);
 }
 
@@ -78,9 +121,7 @@ TEST_F(SingleInstanceTest, AFirstThatDoesNotListenIsReported)
 {
     SingleInstance first(home);
     ASSERT_EQ(first.claim({}), Outcome::first);
-    for (const auto& entry : std::filesystem::directory_iterator(runtime.path()))
-        if (entry.path().extension() == ".socket")
-            std::filesystem::remove(entry.path());
+    ASSERT_TRUE(fs::remove(socketPath()));
     EXPECT_EQ(SingleInstance(home).claim({}), Outcome::unreachable);
 }
 
@@ -89,13 +130,8 @@ TEST_F(SingleInstanceTest, NoiseOnTheSocketOpensNothing)
     SingleInstance first(home);
     ASSERT_EQ(first.claim({}), Outcome::first);
     QSignalSpy requests(&first, &SingleInstance::openRequested);
-    std::string socketPath;
-    for (const auto& entry : std::filesystem::directory_iterator(runtime.path()))
-        if (entry.path().extension() == ".socket")
-            socketPath = entry.path();
-    ASSERT_FALSE(socketPath.empty());
     QLocalSocket noisy;
-    noisy.connectToServer(QString::fromStdString(socketPath));
+    noisy.connectToServer(QString::fromStdString(socketPath().string()));
     ASSERT_TRUE(noisy.waitForConnected());
     noisy.write(QByteArray(5'000'000, 'x'));
     noisy.flush();

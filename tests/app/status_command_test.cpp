@@ -171,11 +171,15 @@ TEST(StatusCommand, AWrongCommandLineIsOneLineOfErrorAndStatusTwo)
     const RefusedLine lines[] = {
         {{s("--bogus")}, "quenchly-status: unknown option: --bogus\n"},
         {{s("-x")}, "quenchly-status: unknown option: -x\n"},
+        {{s("-xj"), s("--json")}, "quenchly-status: unknown option: -x\n"},
         {{s("--json=1")}, "quenchly-status: unknown option: --json=1\n"},
         {{s("--now")}, "quenchly-status: option needs a value: --now\n"},
         {{s("--now"), s("yesterday")}, "quenchly-status: not an ISO-8601 time: yesterday\n"},
         {{s("--language"), s("fr")}, "quenchly-status: unknown language: fr (en, ja, fil, zh-Hans, zh-Hant, ko)\n"},
         {{s("--json"), s("--bar")}, "quenchly-status: --json and --bar exclude each other\n"},
+        {{s("--home"), s("")}, "quenchly-status: a folder's name is empty\n"},
+        {{s("--data-home="), s("--json")}, "quenchly-status: a folder's name is empty\n"},
+        {{s("--launch-agents"), s("")}, "quenchly-status: a folder's name is empty\n"},
         {{s("something")}, "quenchly-status: unexpected argument: something\n"},
     };
     for (const auto& [arguments, message] : lines) {
@@ -196,7 +200,7 @@ TEST(StatusCommand, HelpAndVersionGoToStandardOutput)
     EXPECT_EQ(runStatus({QStringLiteral("--version")}).output, "quenchly-status " QUENCHLY_VERSION "\n");
 }
 
-TEST(StatusCommand, AStateThatCannotBeReadIsShownAsNoState)
+TEST(StatusCommand, AStateThatCannotBeReadIsShownAsAnEmptyOneAsWhenTheApplicationStarts)
 {
     const testing::ScratchFolder home;
     home.makeFifo("data/state/heat-state.json");
@@ -204,7 +208,7 @@ TEST(StatusCommand, AStateThatCannotBeReadIsShownAsNoState)
     const ProgramRun run = runStatus({QStringLiteral("--data-home"), QString::fromStdString((home / "data").string()),
                                       QStringLiteral("--launch-agents"),
                                       QString::fromStdString((home / "agents").string()), QStringLiteral("--bar")});
-    EXPECT_EQ(nlohmann::json::parse(run.output)["class"], "waiting");
+    EXPECT_EQ(nlohmann::json::parse(run.output)["class"], "stale");
 }
 
 /// A running `--watch`, read line by line.
