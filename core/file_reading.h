@@ -36,7 +36,7 @@ struct FileReading {
 };
 
 /// No file of the checker comes near this; reading more every second would weigh on the machine.
-inline constexpr std::size_t maxStateFileBytes = std::size_t{8} * 1024 * 1024;
+inline constexpr std::size_t maxStateFileBytes = std::size_t{2} * 1024 * 1024;
 
 /// Reads the whole file at `path`. Never blocks on a FIFO or device, never throws.
 FileReading readFile(const std::filesystem::path& path);

@@ -29,10 +29,10 @@ private:
 
     StateWatcher& watcher_;
     std::unique_ptr<MenuBarExtra> extra_;
-    std::unique_ptr<StatusWindow> window_;
     QPoint lastPosition_;
     QElapsedTimer sinceHidden_;
     bool availabilityKnown_ = false;
+    std::unique_ptr<StatusWindow> window_;  // goes first: hiding it still asks for the time
 };
 
 }  // namespace quenchly
