@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -25,6 +26,8 @@ struct System {
     std::filesystem::path executableFolder;
     std::filesystem::path launchAgentsFolder;
     std::map<std::string, std::string> environment;
+    /// Where on 127.0.0.1 the tool serves its dashboard.
+    std::uint16_t dashboardPort = 8280;
 
     std::function<Instant()> now;
     /// One live reading of load and swap; see LiveMetricsSampler::sample.
@@ -32,6 +35,8 @@ struct System {
     std::shared_ptr<ProcessTable> processes;
     std::shared_ptr<LoginItem> loginItem;
     std::shared_ptr<UserDefaults> userDefaults;
+    /// Opens a web address with the user's default handler; false when that cannot be started. Any thread.
+    std::function<bool(const std::string& address)> openAddress;
     /// Writes one line to the system log.
     std::function<void(const std::string& line)> log;
 };

@@ -1,20 +1,80 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "system.h"
 
 namespace quenchly {
 
-/// The checker's command-line tool.
+/// The checker's command-line tool: how it is found, started and given its surroundings. What it prints is never read:
+/// results come back through the state files. A plain value, free to move to another thread and to outlive the System
+/// that it was made from.
 struct CLIRunner {
-    std::filesystem::path cli;
+    using Arguments = std::vector<std::string>;
+
+    struct Invocation {
+        std::filesystem::path executable;
+        Arguments arguments;
+
+        bool operator==(const Invocation&) const = default;
+    };
+
+    struct NodeSearch {
+        std::filesystem::path nearCLI;
+        std::filesystem::path homeFolder;
+    };
+
+    std::filesystem::path cli;  ///< a native program or a Node script
     std::filesystem::path dataHome;
+    std::filesystem::path homeFolder;
+    std::map<std::string, std::string> inheritedEnvironment;
+    std::function<bool(const std::string& address)> openAddress;
+    std::uint16_t dashboardPort = 8280;
 
     /// Where the tool is: shipped beside this program, in a development tree around the current directory, or on the
     /// search path, in this order. Starts no process.
     static std::optional<std::filesystem::path> locate(const System& system);
+
+    /// The runner of the tool that `locate` finds, if it finds one.
+    static std::optional<CLIRunner> find(const std::filesystem::path& dataHome, const System& system);
+
+    /// Whether the file begins with "#!"; false for one that cannot be read.
+    static bool isScriptCLI(const std::filesystem::path& file);
+
+    /// Where a Node runtime for a script may be, the best place first: beside it, in the usual places, in the home
+    /// folder. Versions of nvm come from the last by plain text order, v9 before v22.
+    static std::vector<std::filesystem::path> nodeCandidates(const NodeSearch& search);
+
+    /// The first of these that can be run.
+    static std::optional<std::filesystem::path> locateNode(const NodeSearch& search);
+
+    /// The child's environment. Its PATH names the versions of nvm in the opposite order, the first one first.
+    std::map<std::string, std::string> environment() const;
+
+    /// None for a script without a Node runtime.
+    std::optional<Invocation> processInvocation(const Arguments& args) const;
+
+    /// Starts the tool and leaves it running, beyond the end of this program. False when it could not be started.
+    bool run(const Arguments& args) const;
+
+    /// Blocks until the tool has ended, without a limit; true when its exit status is 0. Never on the interface thread.
+    bool runWaiting(const Arguments& args) const;
+
+    static std::string dashboardAddress(std::uint16_t port);
+
+    /// Whether a dashboard of ours answers on this machine; blocks for at most two seconds. Needs an application
+    /// object. False at once in a QThread that is told to quit.
+    static bool dashboardLooksHealthy(std::uint16_t port);
+
+    /// Opens the dashboard in the browser, after starting it if none answers. Blocks for up to ten seconds; false when
+    /// none answered within eight seconds of starting it. Threads as for the probe above.
+    bool openDashboard() const;
 };
 
 }  // namespace quenchly

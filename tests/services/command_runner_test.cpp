@@ -1,7 +1,17 @@
 #include "command_runner.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <csignal>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include "descriptor.h"
+#include "file_reading.h"
+#include "recorded_tool.h"
 #include "scripted_system.h"
 
 namespace quenchly {
@@ -71,6 +81,324 @@ TEST_F(LocateTest, TheFirstUsableEntryOfTheSearchPathWins)
     system.environment["PATH"] = (world.scratch / "missing").string() + ":" + (world.scratch / "first").string() + ":" +
                                  (world.scratch / "second").string() + ":" + (world.scratch / "third").string();
     EXPECT_EQ(CLIRunner::locate(system), second);
+}
+
+TEST_F(LocateTest, AnEmptyEntryOfTheSearchPathIsTheCurrentDirectory)
+{
+    const fs::path tool = makeTool("work/quenchly");
+    for (const char* path : {"", ":/missing", "/missing:", "/missing::/missing"}) {
+        system.environment["PATH"] = path;
+        EXPECT_EQ(CLIRunner::locate(system), tool) << path;
+    }
+    system.environment["PATH"] = "/missing";
+    EXPECT_EQ(CLIRunner::locate(system), std::nullopt);
+}
+
+TEST_F(LocateTest, TheSearchEndsAtTheRoot)
+{
+    for (const char* directory : {"/", "/missing", ""}) {
+        system.currentDirectory = directory;
+        EXPECT_EQ(CLIRunner::locate(system), std::nullopt) << directory;
+    }
+}
+
+TEST_F(LocateTest, TheRunnerOfAFoundToolCarriesWhatItNeeds)
+{
+    EXPECT_FALSE(CLIRunner::find(world.dataHome(), system));
+    const fs::path shipped = makeTool("program/quenchly");
+    system.environment["NAME"] = "value";
+    const auto runner = CLIRunner::find(world.dataHome(), system);
+    ASSERT_TRUE(runner);
+    EXPECT_EQ(runner->cli, shipped);
+    EXPECT_EQ(runner->dataHome, world.dataHome());
+    EXPECT_EQ(runner->homeFolder, world.home());
+    EXPECT_EQ(runner->inheritedEnvironment, system.environment);
+    EXPECT_EQ(runner->dashboardPort, 8280);
+}
+
+TEST_F(LocateTest, AScriptIsToldByItsFirstTwoBytes)
+{
+    EXPECT_TRUE(CLIRunner::isScriptCLI(world.scratch.write("a", "#!/usr/bin/env node\n")));
+    EXPECT_TRUE(CLIRunner::isScriptCLI(world.scratch.write("b", "#!")));
+    EXPECT_FALSE(CLIRunner::isScriptCLI(world.scratch.write("c", "#")));
+    EXPECT_FALSE(CLIRunner::isScriptCLI(world.scratch.write("d", "")));
+    EXPECT_FALSE(CLIRunner::isScriptCLI(world.scratch.write("e", " #!")));
+    EXPECT_FALSE(CLIRunner::isScriptCLI(world.scratch.write("tool.mjs", "console.log(1)")));
+    EXPECT_FALSE(CLIRunner::isScriptCLI(world.scratch / "missing"));
+    EXPECT_FALSE(CLIRunner::isScriptCLI(world.scratch.makeFolder("folder")));
+    EXPECT_FALSE(CLIRunner::isScriptCLI(testing::RecordedTool::program()));
+}
+
+TEST_F(LocateTest, AScriptThatCannotBeReadIsNone)
+{
+    const fs::path script = world.scratch.write("secret", "#!/bin/sh\n");
+    fs::permissions(script, fs::perms::owner_exec);
+    const testing::OrdinaryUser user;
+    if (!user.inForce())
+        GTEST_SKIP() << "this user may read everything";
+    EXPECT_FALSE(CLIRunner::isScriptCLI(script));
+}
+
+TEST_F(LocateTest, ANodeRuntimeIsLookedForInThisOrder)
+{
+    for (const char* version : {"v20.11.1", "v9.11.2", "v18.20.0"})
+        world.scratch.makeFolder(fs::path(".nvm/versions/node") / version);
+    const fs::path nvm = world.home() / ".nvm/versions/node";
+    const std::vector<fs::path> expected{"/tools/node",
+                                         "/tools/qn-node",
+                                         "/opt/homebrew/bin/node",
+                                         "/usr/local/bin/node",
+                                         nvm / "v9.11.2/bin/node",
+                                         nvm / "v20.11.1/bin/node",
+                                         nvm / "v18.20.0/bin/node",
+                                         world.home() / "local/node24/bin/node"};
+    EXPECT_EQ(CLIRunner::nodeCandidates({.nearCLI = "/tools/quenchly", .homeFolder = world.home()}), expected);
+}
+
+class NodeTest : public LocateTest {
+protected:
+    void SetUp() override
+    {
+        for (const char* installed : {"/opt/homebrew/bin/node", "/usr/local/bin/node"})
+            if (access(installed, X_OK) == 0)
+                GTEST_SKIP() << installed << " comes before the runtimes in the home folder";
+    }
+
+    std::optional<fs::path> node() const
+    {
+        return CLIRunner::locateNode({.nearCLI = world.scratch / "tool/quenchly", .homeFolder = world.home()});
+    }
+};
+
+TEST_F(NodeTest, TheFirstRuntimeThatIsThereIsTaken)
+{
+    EXPECT_EQ(node(), std::nullopt);
+    const char* const fromLastToFirst[] = {"local/node24/bin/node",
+                                           ".nvm/versions/node/v18.20.0/bin/node",
+                                           ".nvm/versions/node/v20.11.1/bin/node",
+                                           ".nvm/versions/node/v9.11.2/bin/node",
+                                           "tool/qn-node",
+                                           "tool/node"};
+    for (const char* place : fromLastToFirst) {
+        const fs::path runtime = makeTool(place);
+        EXPECT_EQ(node(), runtime);
+    }
+}
+
+TEST_F(NodeTest, AnUnusableRuntimeIsPassedOver)
+{
+    const fs::path older = makeTool(".nvm/versions/node/v18.20.0/bin/node");
+    world.scratch.write(".nvm/versions/node/v20.11.1/bin/node", "not executable");
+    world.scratch.makeFolder(".nvm/versions/node/v9.11.2/bin/node");
+    world.scratch.write(".nvm/versions/node/zzz", "not a folder");
+    EXPECT_EQ(node(), older);
+}
+
+class RunnerTest : public LocateTest {
+protected:
+    testing::RecordedTool tool{world.scratch};
+    CLIRunner runner{.cli = testing::RecordedTool::program(),
+                     .dataHome = world.dataHome(),
+                     .homeFolder = world.home(),
+                     .inheritedEnvironment = tool.environment()};
+
+    void behave(const std::string& behaviour) { runner.inheritedEnvironment = tool.environment(behaviour); }
+};
+
+TEST_F(RunnerTest, TheEnvironmentNamesTheDataFolderAndPlacesToFindNode)
+{
+    for (const char* version : {"v20.11.1", "v9.11.2", "v18.20.0"})
+        world.scratch.makeFolder(fs::path(".nvm/versions/node") / version);
+    runner.cli = "/tools/quenchly";
+    runner.inheritedEnvironment = {{"PATH", "/inherited"}, {"QUENCHLY_HOME", "/inherited"}, {"NAME", "kept"}};
+    const std::string nvm = world.home().string() + "/.nvm/versions/node/";
+    const std::map<std::string, std::string> expected{
+        {"NAME", "kept"},
+        {"QUENCHLY_HOME", world.dataHome()},
+        {"PATH", "/tools:" + nvm + "v18.20.0/bin:" + nvm + "v20.11.1/bin:" + nvm +
+                     "v9.11.2/bin:/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin"}};
+    EXPECT_EQ(runner.environment(), expected);
+}
+
+TEST_F(RunnerTest, WithoutNvmThePathHasNoGap)
+{
+    runner.cli = "/tools/quenchly";
+    EXPECT_EQ(runner.environment()["PATH"], "/tools:/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin");
+}
+
+TEST_F(RunnerTest, ANativeToolIsRunAsItIs)
+{
+    const CLIRunner::Invocation expected{.executable = runner.cli, .arguments = {"enable"}};
+    EXPECT_EQ(runner.processInvocation({"enable"}), expected);
+}
+
+TEST_F(RunnerTest, AScriptIsRunThroughNodeWhateverItsName)
+{
+    runner.cli = makeTool("tool/quenchly");
+    const fs::path node = makeTool("tool/node");
+    const CLIRunner::Invocation expected{.executable = node, .arguments = {runner.cli, "quarantine", "ack", "id"}};
+    EXPECT_EQ(runner.processInvocation({"quarantine", "ack", "id"}), expected);
+}
+
+class ScriptWithoutNodeTest : public NodeTest {};
+
+TEST_F(ScriptWithoutNodeTest, CannotBeRun)
+{
+    const CLIRunner runner{.cli = makeTool("tool/quenchly"), .homeFolder = world.home()};
+    EXPECT_EQ(runner.processInvocation({"enable"}), std::nullopt);
+    EXPECT_FALSE(runner.run({"enable"}));
+    EXPECT_FALSE(runner.runWaiting({"enable"}));
+}
+
+TEST_F(RunnerTest, ARealNodeRunsTheScript)
+{
+    const auto installed = testing::onSearchPath("node");
+    if (!installed)
+        GTEST_SKIP() << "there is no node on this machine's search path";
+    world.scratch.makeLink("tool/node", *installed);
+    runner.cli = world.scratch.write("tool/quenchly",
+                                     "#!/usr/bin/env node\n"
+                                     "require('fs').writeFileSync(process.env.QUENCHLY_HOME + '/arguments', "
+                                     "JSON.stringify(process.argv.slice(2)));\n"
+                                     "process.exit(process.argv[2] === 'enable' ? 0 : 1);\n");
+    runner.dataHome = world.scratch.makeFolder("data");
+    EXPECT_TRUE(runner.runWaiting({"enable", "a b"}));
+    EXPECT_EQ(readFile(world.scratch / "data/arguments").bytes, R"(["enable","a b"])");
+    EXPECT_FALSE(runner.runWaiting({"disable"}));
+}
+
+TEST_F(RunnerTest, ArgumentsArriveAsTheyAre)
+{
+    const CLIRunner::Arguments args{"quarantine", "ack", "", "-x", "a b", "\"$(exit)'", "line\nbreak", "日本"};
+    EXPECT_TRUE(runner.runWaiting(args));
+    EXPECT_EQ(tool.runs(), std::vector<CLIRunner::Arguments>{args});
+}
+
+TEST_F(RunnerTest, AnArgumentWithANulIsRefused)
+{
+    EXPECT_FALSE(runner.runWaiting({std::string("a\0b", 3)}));
+    EXPECT_FALSE(runner.run({std::string("a\0b", 3)}));
+    EXPECT_FALSE(tool.hasStarted());
+}
+
+TEST_F(RunnerTest, OnlyExitStatusZeroIsSuccess)
+{
+    EXPECT_TRUE(runner.runWaiting({"enable"}));
+    for (const char* behaviour : {"fail", "killed"}) {
+        behave(behaviour);
+        EXPECT_FALSE(runner.runWaiting({"enable"})) << behaviour;
+    }
+    EXPECT_EQ(tool.runs().size(), 3u);
+    EXPECT_TRUE(testing::hasNoChild());
+}
+
+TEST_F(RunnerTest, TheExitStatusCountsEvenWhenOurStarterIgnoredItsChildren)
+{
+    const auto handler = std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_TRUE(runner.runWaiting({"enable"}));
+    std::signal(SIGCHLD, handler);
+}
+
+TEST_F(RunnerTest, WhatCannotBeStartedFails)
+{
+    const fs::path noProgram = world.scratch.write("text", "neither a script nor a program");
+    fs::permissions(noProgram, fs::perms::owner_all);
+    for (const fs::path& file : {world.scratch / "missing", world.scratch.makeFolder("folder"),
+                                 world.scratch.write("plain", "not executable"), noProgram}) {
+        runner.cli = file;
+        EXPECT_FALSE(runner.run({"serve"})) << file;
+        EXPECT_FALSE(runner.runWaiting({"enable"})) << file;
+    }
+    EXPECT_TRUE(testing::hasNoChild());
+}
+
+TEST_F(RunnerTest, AGigabyteThatNobodyReadsBlocksNoOne)
+{
+    behave("flood");
+    EXPECT_TRUE(runner.runWaiting({"check"}));
+    EXPECT_TRUE(tool.hasEnded());
+}
+
+TEST_F(RunnerTest, TheChildInheritsTheEnvironmentAndNothingElse)
+{
+    const Descriptor leaky(open("/dev/zero", O_RDONLY));
+    sigset_t blocked;
+    sigset_t before;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGUSR1);
+    pthread_sigmask(SIG_BLOCK, &blocked, &before);
+    const auto handler = std::signal(SIGPIPE, SIG_IGN);
+    EXPECT_TRUE(runner.runWaiting({"enable"}));
+    std::signal(SIGPIPE, handler);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+
+    const nlohmann::json start = tool.events().at(0);
+    EXPECT_EQ(start["environment"], nlohmann::json(runner.environment()));
+    EXPECT_TRUE(start["streamsAreNull"]);
+    EXPECT_TRUE(start["leadsSession"]);
+    EXPECT_EQ(start["descriptors"], nlohmann::json::array());
+    EXPECT_EQ(start["blockedSignals"], nlohmann::json::array());
+    EXPECT_EQ(start["ignoredSignals"], nlohmann::json::array());
+}
+
+TEST_F(RunnerTest, ADetachedRunIsNotWaitedForAndLeavesNoZombie)
+{
+    behave("hang");
+    EXPECT_TRUE(runner.run({"serve"}));
+    ASSERT_TRUE(testing::eventually([&] { return tool.hasStarted(); }));
+    EXPECT_FALSE(testing::hasNoChild()) << "it still runs";
+    tool.release();
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild));
+    EXPECT_TRUE(tool.hasEnded());
+    EXPECT_EQ(tool.runs(), std::vector<CLIRunner::Arguments>{{"serve"}});
+}
+
+TEST_F(RunnerTest, ADetachedRunHasTheSameSurroundings)
+{
+    EXPECT_TRUE(runner.run({"serve"}));
+    ASSERT_TRUE(testing::eventually([&] { return tool.hasEnded() && testing::hasNoChild(); }));
+    const nlohmann::json start = tool.events().at(0);
+    EXPECT_TRUE(start["streamsAreNull"]);
+    EXPECT_TRUE(start["leadsSession"]);
+    EXPECT_EQ(start["descriptors"], nlohmann::json::array());
+}
+
+TEST_F(RunnerTest, ADetachedRunOutlivesTheProgramThatStartedIt)
+{
+    behave("hang");
+    const pid_t program = fork();
+    if (program == 0)
+        _exit(runner.run({"serve"}) ? 0 : 1);
+    int status = -1;
+    ASSERT_EQ(waitpid(program, &status, 0), program);
+    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(testing::eventually([&] { return tool.hasStarted(); }));
+    const pid_t child = tool.events().at(0)["process"];
+    EXPECT_EQ(kill(child, 0), 0);
+    EXPECT_EQ(getsid(child), child);
+    tool.release();
+    EXPECT_TRUE(testing::eventually([&] { return tool.hasEnded(); }));
+}
+
+TEST_F(RunnerTest, TwoHundredDetachedRunsLeakNoDescriptor)
+{
+    const int before = testing::openDescriptors();
+    for (int i = 0; i < 200; ++i)
+        ASSERT_TRUE(runner.run({"serve"}));
+    ASSERT_TRUE(testing::eventually(testing::hasNoChild));
+    EXPECT_EQ(tool.runs().size(), 200u);
+    EXPECT_EQ(testing::openDescriptors(), before);
+}
+
+TEST_F(RunnerTest, AWaitingRunBlocksItsOwnThreadAlone)
+{
+    behave("hang");
+    bool succeeded = false;
+    std::thread waiting([&] { succeeded = runner.runWaiting({"enable"}); });
+    EXPECT_TRUE(testing::eventually([&] { return tool.hasStarted(); }));
+    tool.release();
+    waiting.join();
+    EXPECT_TRUE(succeeded);
 }
 
 }  // namespace

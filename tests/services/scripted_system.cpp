@@ -44,6 +44,7 @@ System ScriptedSystem::system()
     system.processes = processes;
     system.loginItem = loginItem;
     system.userDefaults = defaults;
+    system.openAddress = [opened = opened](const std::string& address) { return opened->add(address), true; };
     system.log = [this](const std::string& line) { log.push_back(line); };
     return system;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -58,6 +59,25 @@ public:
     void setBool(const std::string& key, bool value) override { values[key] = value; }
 };
 
+/// The web addresses that were opened, from whatever thread.
+class OpenedAddresses {
+public:
+    void add(const std::string& address)
+    {
+        const std::scoped_lock lock(mutex_);
+        addresses_.push_back(address);
+    }
+    std::vector<std::string> all() const
+    {
+        const std::scoped_lock lock(mutex_);
+        return addresses_;
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<std::string> addresses_;
+};
+
 /// A system whose home folder is a fresh scratch folder with installed background checks, and whose clock, processes,
 /// figures, login item and defaults are scripted.
 struct ScriptedSystem {
@@ -69,6 +89,7 @@ struct ScriptedSystem {
     std::shared_ptr<ScriptedProcesses> processes = std::make_shared<ScriptedProcesses>();
     std::shared_ptr<ScriptedLoginItem> loginItem = std::make_shared<ScriptedLoginItem>();
     std::shared_ptr<ScriptedDefaults> defaults = std::make_shared<ScriptedDefaults>();
+    std::shared_ptr<OpenedAddresses> opened = std::make_shared<OpenedAddresses>();
 
     ScriptedSystem();
 

@@ -3,6 +3,7 @@
 
 #include <system_error>
 
+#include "child_process.h"
 #include "system.h"
 #include "user_home.h"
 
@@ -38,6 +39,15 @@ void logLine(const std::string& line)
     syslog(LOG_WARNING, "%s", line.c_str());
 }
 
+// QDesktopServices belongs to the interface thread, and waiting for that thread would hold up quitting.
+bool openWithDesktop(const std::string& address, const std::map<std::string, std::string>& environment)
+{
+    const bool started = startDetached({.executable = "xdg-open", .arguments = {address}, .environment = environment});
+    if (!started)
+        logLine("xdg-open cannot be started, which would open " + address);
+    return started;
+}
+
 }  // namespace
 
 System makeSystem(const std::optional<fs::path>& homeFolder)
@@ -57,6 +67,9 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     const fs::path settings = settingsFolder(system, homeFolder.has_value());
     system.loginItem = makeLoginItem(settings, executable);
     system.userDefaults = makeUserDefaults(settings);
+    system.openAddress = [environment = system.environment](const std::string& address) {
+        return openWithDesktop(address, environment);
+    };
     system.log = logLine;
     return system;
 }

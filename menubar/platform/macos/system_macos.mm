@@ -1,4 +1,4 @@
-#import <Foundation/Foundation.h>
+#import <AppKit/AppKit.h>
 
 #include <chrono>
 #include <string_view>
@@ -42,6 +42,14 @@ Instant systemNow()
     return std::chrono::time_point_cast<Instant::duration>(std::chrono::system_clock::now());
 }
 
+bool openWithDefaultHandler(const std::string& address)
+{
+    @autoreleasepool {
+        NSURL* url = [NSURL URLWithString:nsString(address)];
+        return url != nil && [[NSWorkspace sharedWorkspace] openURL:url];
+    }
+}
+
 void writeToSystemLog(const std::string& line)
 {
     @autoreleasepool {
@@ -66,6 +74,7 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
         .processes = makeProcessTable(),
         .loginItem = makeLoginItem(home, executable),
         .userDefaults = makeUserDefaults(home),
+        .openAddress = openWithDefaultHandler,
         .log = writeToSystemLog,
     };
 }

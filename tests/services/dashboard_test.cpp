@@ -1,0 +1,348 @@
+#include <gtest/gtest.h>
+
+#include <QNetworkProxy>
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "command_runner.h"
+#include "recorded_tool.h"
+#include "scripted_server.h"
+#include "scripted_system.h"
+
+namespace quenchly {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ScriptedServer;
+using Connection = ScriptedServer::Connection;
+using Clock = std::chrono::steady_clock;
+
+const std::string ours = R"({"file":"/home/user/state/heat-state.json"})";
+
+/// Far above two seconds, far below what the slow servers here would take.
+constexpr auto generousProbeLimit = 20s;
+
+constexpr std::size_t largestAnswer = std::size_t{4} << 20;
+
+ScriptedServer answering(const std::string& response)
+{
+    return ScriptedServer([response](Connection& connection) {
+        connection.request();
+        connection.send(response);
+    });
+}
+
+struct Answer {
+    const char* name;
+    std::string bytes;
+    bool healthy = false;
+};
+
+TEST(DashboardProbe, OnlyACompleteAnswerOfOursIsHealthy)
+{
+    const std::string unfinished = ScriptedServer::response(ours + std::string(100, ' '));
+    const Answer answers[] = {
+        {"ours", ScriptedServer::response(ours), true},
+        {"ours without a length", "HTTP/1.1 200 OK\r\n\r\n" + ours, true},
+        {"ours in pieces",
+         "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nheat-\r\na\r\nstate.json\r\n0\r\n\r\n", true},
+        {"ours of 4 MiB", ScriptedServer::response(ours + std::string(largestAnswer - ours.size(), ' ')), true},
+        {"a byte more", ScriptedServer::response(ours + std::string(largestAnswer + 1 - ours.size(), ' '))},
+        {"another body", ScriptedServer::response(R"({"status":"ok"})")},
+        {"the name in other letters", ScriptedServer::response("Heat-State.json")},
+        {"no body", ScriptedServer::response("")},
+        {"created", ScriptedServer::response(ours, "201 Created")},
+        {"no content", "HTTP/1.1 204 No Content\r\nX: heat-state.json\r\n\r\n"},
+        {"not found", ScriptedServer::response(ours, "404 Not Found")},
+        {"failure", ScriptedServer::response(ours, "500 Internal Server Error")},
+        {"not UTF-8", ScriptedServer::response(ours + "\xFF")},
+        {"half a character", ScriptedServer::response(ours + "\xE6\x97")},
+        {"closed before the end", unfinished.substr(0, unfinished.size() - 100)},
+        {"closed within the headers", "HTTP/1.1 200 OK\r\nContent-Le"},
+        {"closed at once", ""},
+        {"garbage", "\x01\x02heat-state.json\r\n\r\n" + ours},
+        {"another protocol", "220 mail.example ESMTP\r\n" + ours},
+    };
+    for (const auto& [name, bytes, healthy] : answers) {
+        const ScriptedServer server = answering(bytes);
+        EXPECT_EQ(CLIRunner::dashboardLooksHealthy(server.port()), healthy) << name;
+        EXPECT_GE(server.connections(), 1) << name;
+    }
+}
+
+TEST(DashboardProbe, AsksForTheStatus)
+{
+    std::string request;
+    {
+        const ScriptedServer server([&](Connection& connection) {
+            request = connection.request();
+            connection.send(ScriptedServer::response(ours));
+        });
+        EXPECT_TRUE(CLIRunner::dashboardLooksHealthy(server.port()));
+    }
+    EXPECT_TRUE(request.starts_with("GET /api/status HTTP/1.1\r\n")) << request;
+}
+
+TEST(DashboardProbe, NobodyListeningIsUnhealthy)
+{
+    EXPECT_FALSE(CLIRunner::dashboardLooksHealthy(testing::unusedPort()));
+}
+
+struct SlowServer {
+    const char* name;
+    std::chrono::milliseconds patience;  ///< the probe waits for at least this long
+    std::function<void(Connection&)> answer;
+};
+
+void sayNothing(Connection& connection)
+{
+    connection.closesWithin(10min);
+}
+
+void dripAByteASecond(Connection& connection)
+{
+    for (const char byte : ScriptedServer::response(ours + std::string(200, ' ')))
+        if (!connection.send({&byte, 1}) || connection.closesWithin(1s))
+            return;
+}
+
+void answerAfterFiveSeconds(Connection& connection)
+{
+    connection.request();
+    connection.send("HTTP/1.1 200 OK\r\n\r\n");
+    for (int i = 0; i < 50; ++i)
+        if (!connection.send(" ") || connection.closesWithin(100ms))
+            return;
+    connection.send(ours);
+}
+
+void neverEndTheBody(Connection& connection)
+{
+    connection.request();
+    connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + ours);
+    sayNothing(connection);
+}
+
+void dripAfterTheBody(Connection& connection)
+{
+    connection.request();
+    connection.send("HTTP/1.1 200 OK\r\n\r\n" + ours);
+    while (connection.send(" ") && !connection.closesWithin(100ms)) {
+    }
+}
+
+void neverEndTheHeaders(Connection& connection)
+{
+    connection.request();
+    connection.send("HTTP/1.1 200 OK\r\n");
+    while (connection.send("X-More: and more\r\n") && !connection.closesWithin(1ms)) {
+    }
+}
+
+TEST(DashboardProbe, NoServerHoldsItUp)
+{
+    const SlowServer servers[] = {
+        {"says nothing", 1400ms, sayNothing},
+        {"drips a byte a second", 1400ms, dripAByteASecond},
+        {"answers after five seconds", 1900ms, answerAfterFiveSeconds},
+        {"never ends the body", 1400ms, neverEndTheBody},
+        {"drips after the body", 1900ms, dripAfterTheBody},
+        {"never ends the headers", 0ms, neverEndTheHeaders},
+    };
+    // All at once, each in a thread of its own, because each takes the whole time.
+    std::vector<std::thread> probes;
+    for (const SlowServer& slow : servers)
+        probes.emplace_back([&slow] {
+            const ScriptedServer server(slow.answer);
+            const auto start = Clock::now();
+            EXPECT_FALSE(CLIRunner::dashboardLooksHealthy(server.port())) << slow.name;
+            EXPECT_GE(Clock::now() - start, slow.patience) << slow.name;
+            EXPECT_LT(Clock::now() - start, generousProbeLimit) << slow.name;
+        });
+    for (std::thread& probe : probes)
+        probe.join();
+}
+
+TEST(DashboardProbe, SilenceEndsItBeforeItsWholeTimeIsOver)
+{
+    const ScriptedServer server(sayNothing);
+    // A busy machine may need more than one attempt.
+    EXPECT_TRUE(testing::eventually([&] {
+        const auto start = Clock::now();
+        EXPECT_FALSE(CLIRunner::dashboardLooksHealthy(server.port()));
+        return Clock::now() - start < 1900ms;
+    }));
+}
+
+TEST(DashboardProbe, StopsReadingAGigabyteEarly)
+{
+    constexpr std::size_t gigabyte = std::size_t{1} << 30;
+    for (const char* length : {"", "Content-Length: 1073741824\r\n"}) {
+        std::size_t sent = 0;
+        {
+            const ScriptedServer server([&](Connection& connection) {
+                connection.request();
+                connection.send("HTTP/1.1 200 OK\r\n" + std::string(length) + "\r\n" + ours);
+                const std::string megabyte(1 << 20, ' ');
+                while (sent < gigabyte && connection.send(megabyte))
+                    sent += megabyte.size();
+            });
+            EXPECT_FALSE(CLIRunner::dashboardLooksHealthy(server.port()));
+        }
+        EXPECT_LT(sent, gigabyte / 16) << "the rest filled the buffers of the sockets";
+    }
+}
+
+ScriptedServer redirectingTo(const std::string& target)
+{
+    return ScriptedServer([target](Connection& connection) {
+        if (connection.request().starts_with("GET /api/status "))
+            connection.send("HTTP/1.1 302 Found\r\nLocation: " + target + "\r\nContent-Length: 0\r\n\r\n");
+        else
+            connection.send(ScriptedServer::response(ours));
+    });
+}
+
+TEST(DashboardProbe, FollowsARedirectionOnTheSameServerOnly)
+{
+    const ScriptedServer elsewhere = answering(ScriptedServer::response(ours));
+    const ScriptedServer here = redirectingTo("/api/status/now");
+    EXPECT_TRUE(CLIRunner::dashboardLooksHealthy(here.port()));
+    const ScriptedServer away = redirectingTo(CLIRunner::dashboardAddress(elsewhere.port()) + "/api/status");
+    EXPECT_FALSE(CLIRunner::dashboardLooksHealthy(away.port()));
+    EXPECT_EQ(elsewhere.connections(), 0);
+    const ScriptedServer circle = redirectingTo("/api/status");
+    EXPECT_FALSE(CLIRunner::dashboardLooksHealthy(circle.port()));
+}
+
+TEST(DashboardProbe, UsesNoProxyEvenWhenTheApplicationHasOne)
+{
+    const ScriptedServer proxy = answering("");
+    const ScriptedServer server = answering(ScriptedServer::response(ours));
+    const QNetworkProxy before = QNetworkProxy::applicationProxy();
+    QNetworkProxy::setApplicationProxy(
+        QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), proxy.port()));
+    EXPECT_TRUE(CLIRunner::dashboardLooksHealthy(server.port()));
+    QNetworkProxy::setApplicationProxy(before);
+    EXPECT_EQ(proxy.connections(), 0);
+}
+
+TEST(DashboardProbe, LeavesNoDescriptor)
+{
+    const ScriptedServer server = answering(ScriptedServer::response(ours));
+    EXPECT_TRUE(CLIRunner::dashboardLooksHealthy(server.port()));
+    const int before = testing::openDescriptors();
+    for (int i = 0; i < 20; ++i)
+        EXPECT_TRUE(CLIRunner::dashboardLooksHealthy(server.port()));
+    EXPECT_TRUE(testing::eventually([&] { return testing::openDescriptors() == before; }));
+}
+
+constexpr const char* servingScript = R"(#!/usr/bin/env node
+const server = require('http').createServer((request, response) => {
+    response.setHeader('Connection', 'close');
+    response.end('{"file":"/home/user/state/heat-state.json"}');
+    server.close();
+});
+server.listen(process.env.SERVED_PORT, '127.0.0.1');
+)";
+
+class OpenDashboardTest : public ::testing::Test {
+protected:
+    testing::ScriptedSystem world;
+    testing::RecordedTool tool{world.scratch};
+    CLIRunner runner{.cli = testing::RecordedTool::program(),
+                     .dataHome = world.dataHome(),
+                     .homeFolder = world.home(),
+                     .inheritedEnvironment = tool.environment(),
+                     .openAddress = world.system().openAddress};
+
+    std::vector<std::string> ourAddress() const { return {CLIRunner::dashboardAddress(runner.dashboardPort)}; }
+};
+
+TEST_F(OpenDashboardTest, TheAddressIsTheLoopback)
+{
+    EXPECT_EQ(CLIRunner::dashboardAddress(8280), "http://127.0.0.1:8280");
+}
+
+TEST_F(OpenDashboardTest, AHealthyDashboardIsOpenedWithoutStartingAnother)
+{
+    const ScriptedServer server = answering(ScriptedServer::response(ours));
+    runner.dashboardPort = server.port();
+    EXPECT_TRUE(runner.openDashboard());
+    EXPECT_EQ(world.opened->all(), ourAddress());
+    EXPECT_FALSE(tool.hasStarted());
+}
+
+TEST_F(OpenDashboardTest, ADashboardThatAnswersOnceItIsStartedIsOpened)
+{
+    const ScriptedServer server([&](Connection& connection) {
+        connection.request();
+        connection.send(ScriptedServer::response(tool.hasEnded() ? ours : "starting"));
+    });
+    runner.dashboardPort = server.port();
+    EXPECT_TRUE(runner.openDashboard());
+    EXPECT_EQ(tool.runs(), std::vector<CLIRunner::Arguments>{{"serve"}});
+    EXPECT_EQ(world.opened->all(), ourAddress());
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild));
+}
+
+TEST_F(OpenDashboardTest, ARealNodeServesTheDashboardThatIsOpened)
+{
+    const auto node = testing::onSearchPath("node");
+    if (!node)
+        GTEST_SKIP() << "there is no node on this machine's search path";
+    world.scratch.makeLink("tool/node", *node);
+    runner.cli = world.scratch.write("tool/quenchly", servingScript);
+    runner.dashboardPort = testing::unusedPort();
+    runner.inheritedEnvironment["SERVED_PORT"] = std::to_string(runner.dashboardPort);
+    EXPECT_TRUE(runner.openDashboard());
+    EXPECT_EQ(world.opened->all(), ourAddress());
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild)) << "it ends after its first answer";
+}
+
+TEST_F(OpenDashboardTest, GivesUpAfterEightSecondsWhateverAnswers)
+{
+    const std::function<void(Connection&)> others[] = {
+        [](Connection& connection) {
+            connection.request();
+            connection.send(ScriptedServer::response("another server"));
+        },
+        sayNothing,
+        dripAByteASecond,
+    };
+    runner.inheritedEnvironment = tool.environment("hang");
+    std::vector<std::thread> attempts;
+    for (const auto& answer : others)
+        attempts.emplace_back([&answer, runner = runner]() mutable {
+            const ScriptedServer server(answer);
+            runner.dashboardPort = server.port();
+            const auto start = Clock::now();
+            EXPECT_FALSE(runner.openDashboard());
+            EXPECT_GE(Clock::now() - start, 7900ms);
+            EXPECT_LT(Clock::now() - start, 60s);
+            EXPECT_GT(server.connections(), 2);
+        });
+    for (std::thread& attempt : attempts)
+        attempt.join();
+    EXPECT_TRUE(world.opened->all().empty());
+    EXPECT_EQ(tool.runs(), (std::vector<CLIRunner::Arguments>{{"serve"}, {"serve"}, {"serve"}}));
+    EXPECT_FALSE(tool.hasEnded()) << "the servers that were started keep running";
+    for (std::size_t i = 0; i < attempts.size(); ++i)
+        tool.release();
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild));
+}
+
+TEST_F(OpenDashboardTest, AToolThatCannotBeStartedEndsItAtOnce)
+{
+    const ScriptedServer server = answering(ScriptedServer::response("another server"));
+    runner.dashboardPort = server.port();
+    runner.cli = world.scratch / "missing";
+    EXPECT_FALSE(runner.openDashboard());
+    EXPECT_EQ(server.connections(), 1);
+    EXPECT_TRUE(world.opened->all().empty());
+}
+
+}  // namespace
+}  // namespace quenchly
