@@ -2,8 +2,11 @@
 
 #include <QImage>
 #include <QObject>
+#include <QThread>
 #include <QTimer>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -52,6 +55,24 @@ public:
     /// Opens the check-now span: until the checker records a new check, or for 95 seconds, a check counts as running.
     void beginCheckNow();
 
+    // What the menu asks the tool for. Each returns at once and says nothing; a missing or failing tool is silent. What
+    // the tool changed is read first, and then the busy flag is cleared. A tool outlives the watcher if need be.
+
+    /// These three share `protectBusy`: nothing happens while one of them runs.
+    void setProtect(bool on);
+    void installAgent();
+    void unloadListed();
+    /// These two share `ackBusy`.
+    void acknowledgeQuarantine(const Text& id);
+    /// Acknowledges the entries of the status one after another; nothing happens when there is none.
+    void acknowledgeAllVisibleQuarantine();
+
+    /// Opens the dashboard in the background; nothing happens while an earlier call is still at it.
+    void startLiveData();
+    /// The same on the calling thread, never the interface thread: blocks for up to ten seconds. False when no
+    /// dashboard answered or there is no tool; without a tool its address is opened all the same.
+    bool runLiveData() const;
+
 Q_SIGNALS:
     /// Something published may have changed.
     void published();
@@ -71,6 +92,10 @@ private:
     void refreshThrottle();
     void refreshCheckInFlight();
     bool checkProcessRunning(const std::string& pgrep) const;
+    /// Runs the tool once for each list of arguments, one after another.
+    void startTool(bool StateWatcher::*busy, std::vector<std::vector<std::string>> runs);
+    void finishTool(QObject* ended, bool StateWatcher::*busy);
+    std::function<bool()> liveDataTask() const;
 
     System system_;
     HeatStateFile stateFile_;
@@ -88,6 +113,7 @@ private:
     bool throttleActive_ = false;
     std::set<Text> throttledLabels_;
     bool openAtLogin_ = false;
+    std::unique_ptr<QThread> liveData_;  ///< destroying it interrupts it and waits for it
     QTimer timer_;
 };
 

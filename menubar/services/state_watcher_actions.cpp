@@ -1,0 +1,101 @@
+#include <QFutureWatcher>
+#include <QPointer>
+#include <QPromise>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "command_runner.h"
+#include "state_watcher.h"
+
+namespace quenchly {
+
+void StateWatcher::setProtect(bool on)
+{
+    startTool(&StateWatcher::protectBusy_, {{on ? "enable" : "disable"}});
+}
+
+void StateWatcher::installAgent()
+{
+    startTool(&StateWatcher::protectBusy_, {{"install-agent"}});
+}
+
+void StateWatcher::unloadListed()
+{
+    startTool(&StateWatcher::protectBusy_, {{"unload-listed"}});
+}
+
+void StateWatcher::acknowledgeQuarantine(const Text& id)
+{
+    startTool(&StateWatcher::ackBusy_, {{"quarantine", "ack", id.utf8()}});
+}
+
+void StateWatcher::acknowledgeAllVisibleQuarantine()
+{
+    std::vector<std::vector<std::string>> runs;
+    for (const QuarantinedEntry& entry : status_.quarantine)
+        if (!entry.acknowledged)
+            runs.push_back({"quarantine", "ack", entry.id.utf8()});
+    if (!runs.empty())
+        startTool(&StateWatcher::ackBusy_, std::move(runs));
+}
+
+// The thread is neither owned nor waited for, so that quitting never waits for a tool, and works on copies alone: the
+// watcher may be gone when the tool ends. A promise whose thread cannot be started counts as ended.
+void StateWatcher::startTool(bool StateWatcher::*busy, std::vector<std::vector<std::string>> runs)
+{
+    auto runner = this->*busy ? std::nullopt : CLIRunner::find(dataHome_, system_);
+    if (!runner)
+        return;
+    this->*busy = true;
+    QPromise<void> tool;
+    tool.start();
+    auto* ended = new QFutureWatcher<void>(this);
+    connect(ended, &QFutureWatcher<void>::finished, this, [this, ended, busy] { finishTool(ended, busy); });
+    ended->setFuture(tool.future());
+    try {
+        std::thread([runner = std::move(*runner), runs = std::move(runs), tool = std::move(tool)]() mutable {
+            for (const auto& arguments : runs)
+                runner.runWaiting(arguments);
+            tool.finish();
+        }).detach();
+    } catch (const std::system_error&) {
+    }
+    Q_EMIT published();
+}
+
+void StateWatcher::finishTool(QObject* ended, bool StateWatcher::*busy)
+{
+    ended->deleteLater();
+    const QPointer<StateWatcher> self(this);
+    reload();
+    if (!self)
+        return;
+    this->*busy = false;
+    Q_EMIT published();
+}
+
+bool StateWatcher::runLiveData() const
+{
+    return liveDataTask()();
+}
+
+void StateWatcher::startLiveData()
+{
+    if (liveData_ && !liveData_->isFinished())
+        return;
+    liveData_.reset(QThread::create(liveDataTask()));
+    liveData_->start();
+}
+
+std::function<bool()> StateWatcher::liveDataTask() const
+{
+    if (auto runner = CLIRunner::find(dataHome_, system_))
+        return [runner = std::move(*runner)] { return runner.openDashboard(); };
+    return [open = system_.openAddress, address = CLIRunner::dashboardAddress(system_.dashboardPort)] {
+        open(address);
+        return false;
+    };
+}
+
+}  // namespace quenchly
