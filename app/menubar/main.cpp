@@ -9,9 +9,9 @@
 #include "demo_player.h"
 #include "headless.h"
 #include "menu_bar_application.h"
+#include "product.h"
 #include "single_instance.h"
 #include "system.h"
-#include "version.h"
 
 namespace {
 

@@ -10,12 +10,12 @@
 
 #include "file_reading.h"
 #include "live_metrics.h"
+#include "product.h"
 #include "state_folder.h"
 #include "status_builder.h"
 #include "status_json.h"
 #include "status_options.h"
 #include "status_text.h"
-#include "version.h"
 
 namespace {
 
