@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -8,10 +9,14 @@
 #include <optional>
 #include <string>
 
+#include "alert.h"
 #include "instant.h"
 #include "live_metrics.h"
 #include "login_item.h"
 #include "process_table.h"
+#include "running_application.h"
+#include "trash.h"
+#include "updater_backend.h"
 #include "user_defaults.h"
 
 namespace quenchly {
@@ -26,6 +31,13 @@ struct System {
     std::filesystem::path executableFolder;
     std::filesystem::path launchAgentsFolder;
     std::map<std::string, std::string> environment;
+    /// What a person puts into the Trash to be rid of this program: the bundle, the AppImage or the executable.
+    std::filesystem::path applicationItem;
+    /// The values of the bundle's information dictionary that are texts. A program without a bundle tells its version
+    /// under "CFBundleShortVersionString" and nothing else.
+    std::map<std::string, std::string> bundleInfo;
+    /// The program that controls launchd; empty when it must not be run.
+    std::filesystem::path launchctl;
     /// Where on 127.0.0.1 the tool serves its dashboard.
     std::uint16_t dashboardPort = 8280;
 
@@ -35,13 +47,22 @@ struct System {
     std::shared_ptr<ProcessTable> processes;
     std::shared_ptr<LoginItem> loginItem;
     std::shared_ptr<UserDefaults> userDefaults;
+    std::shared_ptr<RunningApplication> application;
+    std::function<std::optional<std::size_t>(const Alert& alert)> runAlert;
+    std::function<void(const std::string& text)> copyToPasteboard;
+    std::function<void(const std::filesystem::path& item, const TrashCompletion& completion)> moveToTrash;
+    std::function<std::unique_ptr<UpdaterBackend>()> startUpdaterBackend;
+    std::function<void(std::chrono::milliseconds delay, const std::function<void()>& task)> runLater;
+    /// A system control that is a text; none when it cannot be read. Other systems answer "hw.model" only.
+    std::function<std::optional<std::string>(const std::string& name)> sysctlString;
     /// Opens a web address with the user's default handler; false when that cannot be started. Any thread.
     std::function<bool(const std::string& address)> openAddress;
-    /// Writes one line to the system log.
+    /// Writes one line to the system log. Any thread.
     std::function<void(const std::string& line)> log;
 };
 
-/// The system that this program runs on. `homeFolder` replaces the user's home folder for everything.
+/// The system that this program runs on. `homeFolder` replaces the user's home folder for everything, and then nothing
+/// of what belongs to the user's own one is changed: neither their launchd jobs nor the program itself.
 System makeSystem(const std::optional<std::filesystem::path>& homeFolder = std::nullopt);
 
 }  // namespace quenchly

@@ -73,6 +73,29 @@ public:
     /// dashboard answered or there is no tool; without a tool its address is opened all the same.
     bool runLiveData() const;
 
+    /// Registers or removes the login item; a failure is logged, and the system's own answer is published.
+    void setOpenAtLogin(bool enabled);
+    /// Reads again whether the login item is enabled, which the user can change elsewhere; published only on a change.
+    void refreshOpenAtLogin();
+
+    // These show alerts and return when the user has answered the last one.
+
+    /// Copies a draft for the support and offers the ways to send it.
+    void openReportProblem();
+    /// Removes the product, asking before each step, and ends the program unless the first answer is no. There is no
+    /// refresh meanwhile. Blocks while the tool works.
+    void uninstallQuenchly();
+
+    /// A notice with the one button "OK".
+    struct Notice {
+        std::string title;
+        std::string text;
+    };
+    void showAlert(const Notice& notice) const;
+
+    /// A system control that is a text, such as "hw.model"; none when it cannot be read.
+    std::optional<std::string> sysctlString(const std::string& name) const;
+
 Q_SIGNALS:
     /// Something published may have changed.
     void published();
@@ -96,6 +119,9 @@ private:
     void startTool(bool StateWatcher::*busy, std::vector<std::vector<std::string>> runs);
     void finishTool(QObject* ended, bool StateWatcher::*busy);
     std::function<bool()> liveDataTask() const;
+    void removeBackgroundCheck() const;
+    void removeSavedData() const;
+    void sayGoodbye() const;
 
     System system_;
     HeatStateFile stateFile_;

@@ -4,6 +4,19 @@
 
 namespace quenchly::testing {
 
+std::optional<std::size_t> ScriptedDesktop::answer(const Alert& alert)
+{
+    events.push_back("alert " + alert.title);
+    alerts.push_back(alert);
+    if (duringAlert)
+        duringAlert(alert);
+    if (answers.empty())
+        return std::nullopt;
+    const auto chosen = answers.front();
+    answers.pop_front();
+    return chosen;
+}
+
 ScriptedSystem::ScriptedSystem() : now(*RelativeTime::date("2026-03-01T12:00:00Z"))
 {
     scratch.write("Library/LaunchAgents/com.brindlemoor.quenchly.plist", "<plist/>");
@@ -46,7 +59,26 @@ System ScriptedSystem::system()
     system.userDefaults = defaults;
     system.openAddress = [opened = opened](const std::string& address) { return opened->add(address), true; };
     system.log = [this](const std::string& line) { log.push_back(line); };
+    addDesktop(system);
     return system;
+}
+
+void ScriptedSystem::addDesktop(System& system)
+{
+    system.applicationItem = scratch / "Quenchly.app";
+    system.application = std::make_shared<ScriptedApplication>(desktop);
+    system.runAlert = [this](const Alert& alert) { return desktop.answer(alert); };
+    system.copyToPasteboard = [this](const std::string& text) { desktop.events.push_back("copy " + text); };
+    system.moveToTrash = [this](const std::filesystem::path& item, const TrashCompletion& completion) {
+        desktop.events.push_back("trash " + item.string());
+        completion(desktop.trashRefusal);
+    };
+    system.startUpdaterBackend = [] { return std::unique_ptr<UpdaterBackend>(); };
+    system.runLater = [this](std::chrono::milliseconds delay, const std::function<void()>& task) {
+        desktop.delays.push_back(delay);
+        desktop.tasks.push_back(task);
+    };
+    system.sysctlString = [](const std::string&) { return std::optional<std::string>(); };
 }
 
 }  // namespace quenchly::testing

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <deque>
+#include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -78,8 +81,41 @@ private:
     std::vector<std::string> addresses_;
 };
 
+/// What the user sees of the program apart from its own windows, and the user's answers.
+class ScriptedDesktop {
+public:
+    /// Everything in the order in which it happened: "regular", "activate", "accessory", "terminate", "alert TITLE",
+    /// "copy TEXT", "trash ITEM".
+    std::vector<std::string> events;
+    std::vector<Alert> alerts;
+    /// One for each alert, none to dismiss it. Further alerts are dismissed.
+    std::deque<std::optional<std::size_t>> answers;
+    /// Called while an alert is shown.
+    std::function<void(const Alert&)> duringAlert;
+    std::string trashRefusal;
+    std::vector<std::chrono::milliseconds> delays;
+    std::vector<std::function<void()>> tasks;
+
+    std::optional<std::size_t> answer(const Alert& alert);
+};
+
+class ScriptedApplication final : public RunningApplication {
+public:
+    explicit ScriptedApplication(ScriptedDesktop& desktop) : desktop_(desktop) {}
+
+    void setActivationPolicy(ActivationPolicy policy) override
+    {
+        desktop_.events.push_back(policy == ActivationPolicy::regular ? "regular" : "accessory");
+    }
+    void activate() override { desktop_.events.push_back("activate"); }
+    void terminate() override { desktop_.events.push_back("terminate"); }
+
+private:
+    ScriptedDesktop& desktop_;
+};
+
 /// A system whose home folder is a fresh scratch folder with installed background checks, and whose clock, processes,
-/// figures, login item and defaults are scripted.
+/// figures, login item, defaults and desktop are scripted.
 struct ScriptedSystem {
     ScratchFolder scratch;
     Instant now;
@@ -90,6 +126,7 @@ struct ScriptedSystem {
     std::shared_ptr<ScriptedLoginItem> loginItem = std::make_shared<ScriptedLoginItem>();
     std::shared_ptr<ScriptedDefaults> defaults = std::make_shared<ScriptedDefaults>();
     std::shared_ptr<OpenedAddresses> opened = std::make_shared<OpenedAddresses>();
+    ScriptedDesktop desktop;
 
     ScriptedSystem();
 
@@ -101,6 +138,9 @@ struct ScriptedSystem {
 
     /// Borrows this object: it must outlive what is built from the result.
     System system();
+
+private:
+    void addDesktop(System& system);
 };
 
 }  // namespace quenchly::testing

@@ -3,7 +3,13 @@
 
 #include <system_error>
 
+#include "application_item_linux.h"
 #include "child_process.h"
+#include "confined_home.h"
+#include "hardware_model_linux.h"
+#include "pasteboard.h"
+#include "product.h"
+#include "run_later.h"
 #include "system.h"
 #include "user_home.h"
 
@@ -48,6 +54,24 @@ bool openWithDesktop(const std::string& address, const std::map<std::string, std
     return started;
 }
 
+std::optional<std::string> systemControl(const std::string& name)
+{
+    return name == "hw.model" ? hardwareModel("/sys") : std::nullopt;
+}
+
+/// What acts on the desktop.
+void addDesktop(System& system)
+{
+    system.application = makeRunningApplication();
+    system.runAlert = runAlert;
+    system.copyToPasteboard = copyToPasteboard;
+    system.moveToTrash = moveToTrash;
+    system.startUpdaterBackend = startUpdaterBackend;
+    system.openAddress = [environment = system.environment](const std::string& address) {
+        return openWithDesktop(address, environment);
+    };
+}
+
 }  // namespace
 
 System makeSystem(const std::optional<fs::path>& homeFolder)
@@ -61,16 +85,21 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.executableFolder = executable.parent_path();
     system.launchAgentsFolder = system.homeFolder / "Library/LaunchAgents";
     system.environment = processEnvironment();
+    system.applicationItem = applicationItem(executable, system.environment);
+    system.bundleInfo = {{"CFBundleShortVersionString", version}};
+    system.launchctl = "/bin/launchctl";
     system.now = [] { return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now()); };
     system.sampleMetrics = LiveMetricsSampler::sample;
     system.processes = makeProcessTable();
     const fs::path settings = settingsFolder(system, homeFolder.has_value());
-    system.loginItem = makeLoginItem(settings, executable);
+    system.loginItem = makeLoginItem(settings, system.applicationItem);
     system.userDefaults = makeUserDefaults(settings);
-    system.openAddress = [environment = system.environment](const std::string& address) {
-        return openWithDesktop(address, environment);
-    };
+    system.runLater = runLater;
+    system.sysctlString = systemControl;
     system.log = logLine;
+    addDesktop(system);
+    if (homeFolder)
+        confineToHomeFolder(system);
     return system;
 }
 

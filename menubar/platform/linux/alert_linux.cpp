@@ -1,0 +1,74 @@
+#include "alert.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace quenchly {
+namespace {
+
+/// A message box that can always be closed without an answer. Its own class also keeps it from being replaced by the
+/// desktop's native one.
+class AlertBox final : public QMessageBox {
+    Q_OBJECT
+
+public:
+    explicit AlertBox(const Alert& alert)
+    {
+        setIcon(QMessageBox::Information);
+        setWindowTitle(QCoreApplication::applicationName());
+        setText(QString::fromStdString(alert.title));
+        setInformativeText(QString::fromStdString(alert.text));
+        for (QLabel* label : findChildren<QLabel*>())
+            label->setTextFormat(Qt::PlainText);
+        for (const std::string& button : alert.buttons)
+            addPlainButton(QString::fromStdString(button));
+    }
+
+    std::optional<std::size_t> answer() const
+    {
+        const auto place = buttons_.indexOf(clickedButton());
+        return place < 0 ? std::nullopt : std::optional<std::size_t>(place);
+    }
+
+private:
+    void addPlainButton(QString text)
+    {
+        // Buttons of one role stay in the order in which they are added, on every desktop.
+        QPushButton* button = addButton(text.replace(u'&', QStringLiteral("&&")), QMessageBox::ActionRole);
+        if (buttons_.isEmpty())
+            setDefaultButton(button);
+        buttons_ += button;
+    }
+
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->matches(QKeySequence::Cancel))
+            reject();
+        else
+            QMessageBox::keyPressEvent(event);
+    }
+
+    void closeEvent(QCloseEvent* event) override { QDialog::closeEvent(event); }
+
+    QList<QAbstractButton*> buttons_;
+};
+
+}  // namespace
+
+std::optional<std::size_t> runAlert(const Alert& alert)
+{
+    AlertBox box(alert);
+    box.exec();
+    // A caller that blocks now must not leave the closed box on the screen.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    return box.answer();
+}
+
+}  // namespace quenchly
+
+#include "alert_linux.moc"

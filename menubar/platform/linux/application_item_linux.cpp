@@ -1,0 +1,33 @@
+#include "application_item_linux.h"
+
+#include <algorithm>
+
+namespace quenchly {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path absolutePath(const std::map<std::string, std::string>& environment, const char* name)
+{
+    const auto variable = environment.find(name);
+    const fs::path path = variable == environment.end() ? fs::path() : fs::path(variable->second);
+    return path.is_absolute() ? path.lexically_normal() : fs::path();
+}
+
+bool isBelow(const fs::path& folder, const fs::path& file)
+{
+    const fs::path rest = file.lexically_relative(folder);
+    return !folder.empty() && !rest.empty() && *rest.begin() != ".." && *rest.begin() != ".";
+}
+
+}  // namespace
+
+fs::path applicationItem(const fs::path& executable, const std::map<std::string, std::string>& environment)
+{
+    const fs::path image = absolutePath(environment, "APPIMAGE");
+    // A terminal that is an AppImage hands its own variables on to what is started in it.
+    const bool isOurs = isBelow(absolutePath(environment, "APPDIR"), executable);
+    return !image.empty() && isOurs ? image : executable;
+}
+
+}  // namespace quenchly

@@ -1,0 +1,28 @@
+#include "hardware_model_linux.h"
+
+#include "file_reading.h"
+#include "text.h"
+
+namespace quenchly {
+namespace {
+
+constexpr std::size_t longestModel = 100;
+
+std::string firstText(const std::filesystem::path& file)
+{
+    const std::string bytes = readFile(file).bytes;
+    // The device tree ends its texts with NUL.
+    return std::string(trimmed(displayLine(bytes.substr(0, bytes.find('\0')), longestModel)));
+}
+
+}  // namespace
+
+std::optional<std::string> hardwareModel(const std::filesystem::path& systemFolder)
+{
+    for (const char* file : {"class/dmi/id/product_name", "firmware/devicetree/base/model"})
+        if (std::string model = firstText(systemFolder / file); !model.empty())
+            return model;
+    return std::nullopt;
+}
+
+}  // namespace quenchly
