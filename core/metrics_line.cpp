@@ -14,7 +14,15 @@ std::string oneDecimal(double value)
     return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
 }
 
-std::optional<std::string> usedSwapText(const std::optional<double>& usedMB)
+}  // namespace
+
+std::int64_t cpuLoadPercent(double load1, std::int64_t cpuCount)
+{
+    const double processors = static_cast<double>(std::max<std::int64_t>(cpuCount, 1));
+    return std::min<std::int64_t>(roundedInteger(load1 / processors * 100), 100);
+}
+
+std::optional<std::string> swapAmount(const std::optional<double>& usedMB)
 {
     if (!usedMB || !(*usedMB >= 0))
         return std::nullopt;
@@ -26,12 +34,9 @@ std::optional<std::string> usedSwapText(const std::optional<double>& usedMB)
     return std::to_string(roundedInteger(*usedMB)) + " MB";
 }
 
-}  // namespace
-
-std::int64_t cpuLoadPercent(double load1, std::int64_t cpuCount)
+std::string swapPercent(const std::optional<double>& pct)
 {
-    const double processors = static_cast<double>(std::max<std::int64_t>(cpuCount, 1));
-    return std::min<std::int64_t>(roundedInteger(load1 / processors * 100), 100);
+    return pct ? std::to_string(roundedInteger(*pct)) + "%" : "n/a";
 }
 
 std::string metricsLine(const MetricsLineFigures& figures)
@@ -41,11 +46,11 @@ std::string metricsLine(const MetricsLineFigures& figures)
 
 std::string swapFigures(const MetricsLineFigures& figures)
 {
-    const auto used = usedSwapText(figures.swapUsedMB);
+    const auto amount = swapAmount(figures.swapUsedMB);
     if (!figures.swapPct)
-        return used.value_or("n/a");
-    const std::string percent = std::to_string(roundedInteger(*figures.swapPct)) + "%";
-    return used ? *used + " (" + percent + ")" : percent;
+        return amount.value_or("n/a");
+    const std::string percent = swapPercent(figures.swapPct);
+    return amount ? *amount + " (" + percent + ")" : percent;
 }
 
 }  // namespace quenchly

@@ -10,6 +10,12 @@ namespace quenchly {
 /// at most 100, with no lower limit.
 std::int64_t cpuLoadPercent(double load1, std::int64_t cpuCount);
 
+/// The amount of swap in use: "12 GB", "3.4 GB" or "512 MB"; none for an absent, negative or unreadable amount.
+std::optional<std::string> swapAmount(const std::optional<double>& usedMB);
+
+/// "45%", or "n/a" when it is absent.
+std::string swapPercent(const std::optional<double>& pct);
+
 struct MetricsLineFigures {
     std::int64_t cpuLoadPct = 0;
     std::optional<double> swapPct;

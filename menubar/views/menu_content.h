@@ -1,0 +1,140 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "instant.h"
+#include "metrics_meters.h"
+#include "quench_status.h"
+#include "target_scanner.h"
+
+namespace quenchly {
+
+/// What a row of the panel does when it is pressed.
+enum class MenuAction {
+    installAgent,
+    protectOn,
+    protectOff,
+    unloadListed,
+    openAtLoginOn,
+    openAtLoginOff,
+    automaticChecksOn,
+    automaticChecksOff,
+    liveData,
+    checkForUpdates,
+    reportProblem,
+    uninstall,
+    quit,
+};
+
+/// What a text is coloured as: all is in order, or a warning.
+enum class MenuTone { gold, clay };
+
+/// Everything that the panel shows, decided without a window: the sections from top to bottom. All texts are plain, and
+/// those that come from files are single lines; an absent text is empty.
+struct MenuContent {
+    struct Header {
+        QuenchBarTint tint = QuenchBarTint::waiting;
+        std::string headline;
+        std::string lockup;
+        MenuTone lockupTone = MenuTone::gold;
+        std::string lockupHelp;
+        std::string lastCheck;
+        std::optional<MetricsMeters> meters;
+        std::string detail;
+        std::string statusHelp;  ///< paragraphs, divided by empty lines
+        std::string memoryTip;
+
+        bool operator==(const Header&) const = default;
+    };
+
+    struct Target {
+        TargetRow::State state = TargetRow::State::unknown;
+        std::string name;
+        std::string detail;
+
+        bool operator==(const Target&) const = default;
+    };
+
+    struct Targets {
+        std::string heading;
+        std::string help;
+        std::vector<Target> rows;  ///< at most `mostTargets`
+        std::size_t moreRows = 0;  ///< how many are left out
+        std::string note;
+        std::string honesty;
+
+        bool operator==(const Targets&) const = default;
+    };
+
+    struct SetAsideEntry {
+        Text id;
+        std::string label;
+        std::string age;
+        std::string fullText;  ///< what the row has no room for, on several lines
+
+        bool operator==(const SetAsideEntry&) const = default;
+    };
+
+    struct SetAside {
+        std::string heading;
+        std::string help;
+        std::vector<SetAsideEntry> entries;  ///< at most `mostSetAside`
+        std::string acknowledge;
+        std::string acknowledgeHelp;
+        std::string clearAll;
+        std::string clearAllHelp;
+        bool enabled = true;
+        std::string footnote;
+
+        bool operator==(const SetAside&) const = default;
+    };
+
+    struct Row {
+        MenuAction action = MenuAction::quit;
+        std::string label;
+        std::string trailing;
+        std::string help;
+        bool enabled = true;
+
+        bool operator==(const Row&) const = default;
+    };
+
+    struct Footer {
+        std::string version;
+        std::string updates;
+
+        bool operator==(const Footer&) const = default;
+    };
+
+    static constexpr std::size_t mostTargets = 8;
+    static constexpr std::size_t mostSetAside = 4;
+
+    Header header;
+    Targets targets;
+    std::optional<SetAside> setAside;
+    std::vector<std::vector<Row>> actions;  ///< groups, with a divider between each two
+    Footer footer;
+
+    bool operator==(const MenuContent&) const = default;
+};
+
+/// What the panel's content is decided from.
+struct MenuSituation {
+    const QuenchStatus& status;
+    const std::vector<TargetRow>& targetRows;
+    bool cliAvailable = false;
+    bool protectBusy = false;
+    bool ackBusy = false;
+    bool checkInFlight = false;
+    bool openAtLogin = false;
+    bool updaterConfigured = false;
+    bool automaticChecksEnabled = false;
+    std::string version;
+    Instant now;
+};
+MenuContent menuContent(const MenuSituation& situation);
+
+}  // namespace quenchly
