@@ -3,7 +3,7 @@
 set -eu
 
 debian_packages() {
-    echo build-essential cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libutf8proc-dev
+    echo build-essential cmake ninja-build qt6-base-dev libgl-dev libxcb1-dev nlohmann-json3-dev libutf8proc-dev
     case $1 in
         test)
             echo libgtest-dev procps xvfb xauth dbus openbox xfce4-panel xfconf xdotool

@@ -6,8 +6,9 @@
 
 #include "menu_bar_content.h"
 #include "menu_bar_picture.h"
+#include "menu_panel.h"
 #include "status_json.h"
-#include "status_window.h"
+#include "updater.h"
 
 namespace quenchly {
 namespace {
@@ -21,11 +22,13 @@ public:
     void setBool(const std::string&, bool) override {}
 };
 
-QImage panelPicture(const StateWatcher& watcher)
+QImage panelPicture(StateWatcher& watcher)
 {
-    StatusWindow window(watcher, StatusWindow::Role::popup);
-    window.refresh();
-    return window.grab().toImage();
+    Updater updater(watcher.system());
+    MenuPanel panel(watcher, updater, MenuPanel::Role::popup);
+    panel.setTargetRows(TargetScanner::rows(*watcher.system().processes, panel.targetSituation()));
+    panel.showWhole();
+    return panel.grab().toImage();
 }
 
 bool writeFile(const QString& path, const QByteArray& bytes)
@@ -42,7 +45,7 @@ System withoutSideEffects(System system)
     return system;
 }
 
-QString renderHeadless(const StateWatcher& watcher, const QString& folder)
+QString renderHeadless(StateWatcher& watcher, const QString& folder)
 {
     const QDir directory(folder);
     const QByteArray json = QByteArray::fromStdString(statusJson(watcher.status()) + "\n");

@@ -11,6 +11,6 @@ System withoutSideEffects(System system);
 
 /// Writes menu-bar.png and panel.png (both at 2x) and status.json into a folder, which is made when it is missing.
 /// Empty on success, else what went wrong in one line.
-QString renderHeadless(const StateWatcher& watcher, const QString& folder);
+QString renderHeadless(StateWatcher& watcher, const QString& folder);
 
 }  // namespace quenchly

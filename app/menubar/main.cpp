@@ -72,7 +72,8 @@ int runInMenuBar(System system)
             break;
     }
     StateWatcher watcher(std::move(system));
-    MenuBarApplication application(watcher, makeMenuBarExtra());
+    Updater updater(watcher.system());
+    MenuBarApplication application(watcher, updater, makeMenuBarExtra());
     QObject::connect(&instance, &SingleInstance::openRequested, &application,
                      [&](const QString& token) { application.open({}, token); });
     return QApplication::exec();
@@ -92,7 +93,7 @@ int run(const CommandLine& line)
     if (!line.headlessFolder)
         return runInMenuBar(std::move(system));
 
-    const StateWatcher watcher(withoutSideEffects(std::move(system)));
+    StateWatcher watcher(withoutSideEffects(std::move(system)));
     if (const QString error = renderHeadless(watcher, *line.headlessFolder); !error.isEmpty())
         return fail(error);
     std::printf("%s: menu-bar.png, panel.png, status.json\n", qPrintable(*line.headlessFolder));

@@ -8,14 +8,14 @@
 namespace quenchly {
 namespace {
 
-/// A press on the item first takes the focus from the open window, which closes; the press itself arrives just after
+/// A press on the item first takes the focus from the open panel, which closes; the press itself arrives just after
 /// and must not open it again. In milliseconds.
 constexpr qint64 samePressInterval = 250;
 
 }  // namespace
 
-MenuBarApplication::MenuBarApplication(StateWatcher& watcher, std::unique_ptr<MenuBarExtra> extra)
-    : watcher_(watcher), extra_(std::move(extra))
+MenuBarApplication::MenuBarApplication(StateWatcher& watcher, Updater& updater, std::unique_ptr<MenuBarExtra> extra)
+    : watcher_(watcher), updater_(updater), extra_(std::move(extra))
 {
     const auto showContent = [this] { extra_->setContent(menuBarContent(watcher_)); };
     showContent();
@@ -32,34 +32,34 @@ void MenuBarApplication::open(QPoint position, const QString& activationToken)
         qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());  // Qt's Wayland client passes it on and clears it
     if (!position.isNull())
         lastPosition_ = position;
-    window().openAt(lastPosition_);
+    panel().openAt(lastPosition_);
 }
 
 void MenuBarApplication::toggle(QPoint position, const QString& activationToken)
 {
-    if (window().isVisible())
-        window().close();
+    if (panel().isVisible())
+        panel().close();
     else if (!sinceHidden_.isValid() || sinceHidden_.elapsed() > samePressInterval)
         open(position, activationToken);
 }
 
 void MenuBarApplication::followAvailability(bool available)
 {
-    window_.reset();  // its role depends on whether there is an item
     // Later losses stay silent: a tray that goes away behind a lock screen must not leave a window behind it.
     const bool first = !std::exchange(availabilityKnown_, true);
     if (first && !available)
         open({}, {});
 }
 
-StatusWindow& MenuBarApplication::window()
+MenuPanel& MenuBarApplication::panel()
 {
-    if (!window_) {
-        const auto role = extra_->isAvailable() ? StatusWindow::Role::popup : StatusWindow::Role::ordinary;
-        window_ = std::make_unique<StatusWindow>(watcher_, role);
-        window_->installEventFilter(this);
+    const auto role = extra_->isAvailable() ? MenuPanel::Role::popup : MenuPanel::Role::ordinary;
+    // A panel that somebody reads stays as it is, whatever becomes of the item.
+    if (!panel_ || (panel_->role() != role && !panel_->isVisible())) {
+        panel_ = std::make_unique<MenuPanel>(watcher_, updater_, role);
+        panel_->installEventFilter(this);
     }
-    return *window_;
+    return *panel_;
 }
 
 bool MenuBarApplication::eventFilter(QObject* object, QEvent* event)

@@ -5,34 +5,36 @@
 #include <memory>
 
 #include "menu_bar_extra.h"
+#include "menu_panel.h"
 #include "state_watcher.h"
-#include "status_window.h"
+#include "updater.h"
 
 namespace quenchly {
 
-/// Joins the watcher, the item in the menu bar and the window that opens from it.
+/// Joins the watcher, the item in the menu bar and the panel that opens from it.
 class MenuBarApplication : public QObject {
     Q_OBJECT
 
 public:
-    MenuBarApplication(StateWatcher& watcher, std::unique_ptr<MenuBarExtra> extra);
+    MenuBarApplication(StateWatcher& watcher, Updater& updater, std::unique_ptr<MenuBarExtra> extra);
     ~MenuBarApplication() override;
 
-    /// Opens the window, also when it is open behind others.
+    /// Opens the panel, also when it is open behind others.
     void open(QPoint position, const QString& activationToken);
 
 private:
     void toggle(QPoint position, const QString& activationToken);
     void followAvailability(bool available);
-    StatusWindow& window();
+    MenuPanel& panel();
     bool eventFilter(QObject* object, QEvent* event) override;
 
     StateWatcher& watcher_;
+    Updater& updater_;
     std::unique_ptr<MenuBarExtra> extra_;
     QPoint lastPosition_;
     QElapsedTimer sinceHidden_;
     bool availabilityKnown_ = false;
-    std::unique_ptr<StatusWindow> window_;  // goes first: hiding it still asks for the time
+    std::unique_ptr<MenuPanel> panel_;  // goes first: hiding it still asks for the time
 };
 
 }  // namespace quenchly

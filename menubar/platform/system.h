@@ -45,6 +45,8 @@ struct System {
     /// One live reading of load and swap; see LiveMetricsSampler::sample.
     std::function<std::optional<LastMetrics>(bool swapCritical)> sampleMetrics;
     std::shared_ptr<ProcessTable> processes;
+    /// Another table, for use on another thread.
+    std::function<std::unique_ptr<ProcessTable>()> makeProcesses;
     std::shared_ptr<LoginItem> loginItem;
     std::shared_ptr<UserDefaults> userDefaults;
     std::shared_ptr<RunningApplication> application;

@@ -91,6 +91,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.now = [] { return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now()); };
     system.sampleMetrics = LiveMetricsSampler::sample;
     system.processes = makeProcessTable();
+    system.makeProcesses = makeProcessTable;
     const fs::path settings = settingsFolder(system, homeFolder.has_value());
     system.loginItem = makeLoginItem(settings, system.applicationItem);
     system.userDefaults = makeUserDefaults(settings);

@@ -72,6 +72,7 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
         .now = systemNow,
         .sampleMetrics = [](bool swapCritical) { return LiveMetricsSampler::sample(swapCritical); },
         .processes = makeProcessTable(),
+        .makeProcesses = makeProcessTable,
         .loginItem = makeLoginItem(home, executable),
         .userDefaults = makeUserDefaults(home),
         .openAddress = openWithDefaultHandler,

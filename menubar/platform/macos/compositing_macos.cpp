@@ -1,0 +1,10 @@
+#include "compositing.h"
+
+namespace quenchly {
+
+bool windowsMayBeTranslucent()
+{
+    return true;
+}
+
+}  // namespace quenchly

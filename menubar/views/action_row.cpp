@@ -1,0 +1,99 @@
+#include "action_row.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <algorithm>
+
+#include "help_icon.h"
+#include "panel_colors.h"
+#include "panel_metrics.h"
+#include "text_label.h"
+#include "text_lines.h"
+
+namespace quenchly {
+namespace {
+
+using namespace PanelMetrics;
+
+constexpr int lowestRow = 30;
+constexpr int gapBeforeHelp = 8;
+constexpr int gapBeforeTrailing = 12;
+constexpr double disabledOpacity = 0.5;
+constexpr double hoverOpacity = 0.07;
+constexpr double pressedOpacity = 0.13;
+
+/// Where the texts end, before the help icon.
+constexpr int textEnd = panelWidth - margin - HelpIcon::side - gapBeforeHelp;
+
+int rowHeight()
+{
+    const int text = static_cast<int>(QFontMetricsF(panelFont(bodySize)).height());
+    return std::max(lowestRow, text + 2 * rowPadV);
+}
+
+void paintLine(QPainter& painter, const QRectF& room, const QString& line, const QFont& font)
+{
+    TextLines::paint(painter, {room.left(), room.center().y() - QFontMetricsF(font).height() / 2}, line, font);
+}
+
+}  // namespace
+
+ActionButton::ActionButton(QWidget* parent) : PanelButton(parent)
+{
+    setFont(panelFont(bodySize));
+}
+
+void ActionButton::setTrailing(const QString& trailing)
+{
+    if (trailing_ == trailing)
+        return;
+    trailing_ = trailing;
+    setAccessibleDescription(trailing);
+    update();
+}
+
+void ActionButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (isEnabled() && (isDown() || underMouse()))
+        painter.fillRect(rect(), PanelColors::faded(PanelColors::inkText, isDown() ? pressedOpacity : hoverOpacity));
+    painter.save();
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    const QFont trailingFont = panelFont(secondarySize);
+    const double trailingStart = textEnd - TextLines::width(trailing_, trailingFont);
+    painter.setPen(PanelColors::gold);
+    paintLine(painter, QRectF(trailingStart, 0, textEnd - trailingStart, height()), trailing_, trailingFont);
+    painter.setPen(PanelColors::inkText);
+    const double titleEnd = trailing_.isEmpty() ? textEnd : trailingStart - gapBeforeTrailing;
+    const QString title = TextLines::broken(text(), font(), titleEnd - margin, 1).lines.value(0);
+    paintLine(painter, QRectF(margin, 0, titleEnd - margin, height()), title, font());
+    painter.restore();
+    paintFocus(painter, rect().adjusted(4, 1, -4, -1), 6);
+}
+
+ActionRow::ActionRow(QWidget* parent) : QWidget(parent)
+{
+    setFixedHeight(rowHeight());
+    button_ = new ActionButton(this);
+    help_ = new HelpIcon(this);
+    connect(button_, &ActionButton::clicked, this, [this] { Q_EMIT triggered(action_); });
+}
+
+void ActionRow::setContent(const MenuContent::Row& row)
+{
+    action_ = row.action;
+    button_->setText(QString::fromStdString(row.label));
+    button_->setTrailing(QString::fromStdString(row.trailing));
+    button_->setEnabled(row.enabled);
+    help_->setHelp(row.help);
+}
+
+void ActionRow::resizeEvent(QResizeEvent*)
+{
+    button_->setGeometry(rect());
+    help_->setGeometry(width() - margin - HelpIcon::side, (height() - HelpIcon::side) / 2, HelpIcon::side,
+                       HelpIcon::side);
+}
+
+}  // namespace quenchly

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "menu_content.h"
+#include "panel_button.h"
+
+namespace quenchly {
+
+class HelpIcon;
+
+/// The pressable part of an action row: a title, and at its end what pressing it does.
+class ActionButton : public PanelButton {
+    Q_OBJECT
+
+public:
+    explicit ActionButton(QWidget* parent = nullptr);
+
+    void setTrailing(const QString& trailing);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString trailing_;
+};
+
+/// One action of the panel across its whole width, with its help icon. The help stays within reach while the action is
+/// disabled.
+class ActionRow : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ActionRow(QWidget* parent = nullptr);
+
+    void setContent(const MenuContent::Row& row);
+
+Q_SIGNALS:
+    void triggered(MenuAction action);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    MenuAction action_ = MenuAction::quit;
+    ActionButton* button_;
+    HelpIcon* help_;
+};
+
+}  // namespace quenchly

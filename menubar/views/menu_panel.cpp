@@ -1,0 +1,314 @@
+#include "menu_panel.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "compositing.h"
+#include "menu_content_view.h"
+#include "panel_colors.h"
+#include "panel_metrics.h"
+#include "state_watcher.h"
+#include "updater.h"
+#include "wind_palette.h"
+
+namespace quenchly {
+namespace {
+
+using PanelMetrics::panelWidth;
+
+constexpr int gapAroundPanel = 4;  // to the edges of the work area
+constexpr int scrollBarWidth = 8;
+constexpr double outlineOpacity = 0.14;
+
+/// Until the first scan has ended, nothing is known of them but their names.
+std::vector<TargetRow> unscannedTargets()
+{
+    std::vector<TargetRow> rows;
+    for (const std::string_view key : TargetScanner::knownTargets)
+        rows.push_back({.name = TargetScanner::displayName(key)});
+    return rows;
+}
+
+void paintWindStripe(QPainter& painter, int width)
+{
+    const auto color = [](std::uint32_t rgb, double opacity) {
+        return PanelColors::faded(QColor::fromRgb(rgb), opacity);
+    };
+    QLinearGradient wind(0, 0, width, 0);
+    wind.setColorAt(0, color(WindPalette::blue, 0.55));
+    wind.setColorAt(1 / 3.0, color(WindPalette::teal, 0.45));
+    wind.setColorAt(2 / 3.0, color(WindPalette::amber, 0.50));
+    wind.setColorAt(1, color(WindPalette::red, 0.45));
+    painter.fillRect(QRectF(0, 0, width, PanelMetrics::stripeHeight), wind);
+}
+
+}  // namespace
+
+MenuPanel::MenuPanel(StateWatcher& watcher, Updater& updater, Role role)
+    : watcher_(watcher),
+      updater_(updater),
+      role_(role),
+      view_(new MenuContentView),
+      scrollArea_(new QScrollArea(this)),
+      targetRows_(unscannedTargets()),
+      targetScan_(watcher.system().makeProcesses)
+{
+    setWindowTitle(QStringLiteral("Quenchly"));
+    setFixedWidth(panelWidth);
+    setFocusPolicy(Qt::ClickFocus);
+    if (role == Role::popup) {
+        setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        setAttribute(Qt::WA_TranslucentBackground, windowsMayBeTranslucent());
+    }
+    scrollArea_->setFrameShape(QFrame::NoFrame);
+    scrollArea_->setFocusPolicy(Qt::NoFocus);
+    scrollArea_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scrollArea_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scrollArea_->setWidget(view_);
+    scrollArea_->viewport()->setAutoFillBackground(false);
+    view_->setAutoFillBackground(false);
+    makeScrollBar();
+
+    connect(&watcher, &StateWatcher::published, this, &MenuPanel::followChange);
+    connect(&updater, &Updater::published, this, &MenuPanel::followChange);
+    connect(&targetScan_, &TargetScan::finished, this, &MenuPanel::setTargetRows);
+    connect(view_, &MenuContentView::triggered, this, &MenuPanel::perform);
+    connect(view_, &MenuContentView::acknowledged, &watcher, &StateWatcher::acknowledgeQuarantine);
+    connect(view_, &MenuContentView::allAcknowledged, &watcher, &StateWatcher::acknowledgeAllVisibleQuarantine);
+    connect(view_, &MenuContentView::focusMoved, this,
+            [this](QWidget* focus) { scrollArea_->ensureWidgetVisible(focus); });
+}
+
+MenuPanel::~MenuPanel() = default;
+
+/// Over the content and not beside it, so that the texts break alike with and without it.
+void MenuPanel::makeScrollBar()
+{
+    scrollBar_ = new QScrollBar(Qt::Vertical, this);
+    scrollBar_->setStyleSheet(
+        QStringLiteral("QScrollBar { background: transparent; border: none; margin: 0; }"
+                       "QScrollBar::handle { background: #6A5C42; border-radius: 3px; margin: 1px; min-height: 24px; }"
+                       "QScrollBar::add-line, QScrollBar::sub-line, QScrollBar::add-page, QScrollBar::sub-page"
+                       "{ background: none; border: none; height: 0; }"));
+    QScrollBar* hidden = scrollArea_->verticalScrollBar();
+    connect(hidden, &QScrollBar::rangeChanged, this, [this, hidden](int minimum, int maximum) {
+        scrollBar_->setRange(minimum, maximum);
+        scrollBar_->setPageStep(hidden->pageStep());
+        scrollBar_->setVisible(maximum > minimum);
+    });
+    connect(hidden, &QScrollBar::valueChanged, scrollBar_, &QScrollBar::setValue);
+    connect(scrollBar_, &QScrollBar::valueChanged, hidden, &QScrollBar::setValue);
+    scrollBar_->hide();
+}
+
+void MenuPanel::followChange()
+{
+    if (!isVisible())
+        return;
+    refresh();
+    if (scannedStatus_ != watcher_.status())
+        refreshTargets();
+}
+
+MenuContent MenuPanel::content() const
+{
+    const auto& info = watcher_.system().bundleInfo;
+    const auto version = info.find("CFBundleShortVersionString");
+    return menuContent({.status = watcher_.status(),
+                        .targetRows = targetRows_,
+                        .cliAvailable = watcher_.cliAvailable(),
+                        .protectBusy = watcher_.protectBusy(),
+                        .ackBusy = watcher_.ackBusy(),
+                        .checkInFlight = watcher_.checkInFlight(),
+                        .openAtLogin = watcher_.openAtLogin(),
+                        .updaterConfigured = updater_.isConfigured(),
+                        .automaticChecksEnabled = updater_.automaticChecksEnabled(),
+                        .version = version == info.end() ? std::string() : version->second,
+                        .now = watcher_.system().now()});
+}
+
+void MenuPanel::refresh()
+{
+    view_->setContent(content());
+    fit();
+}
+
+TargetScanner::Situation MenuPanel::targetSituation() const
+{
+    const QuenchStatus& status = watcher_.status();
+    return {.paused = status.pausedTargets,
+            .swapCritical = status.swapCritical,
+            .stillOverloaded = status.stillOverloaded,
+            .slowActive = status.slowActive,
+            .workSavedOn = watcher_.workSavedOn(),
+            .throttledLabels = watcher_.throttledLabels(),
+            .throttleActive = watcher_.throttleActive()};
+}
+
+void MenuPanel::refreshTargets()
+{
+    scannedStatus_ = watcher_.status();
+    targetScan_.request(targetSituation());
+}
+
+void MenuPanel::setTargetRows(std::vector<TargetRow> rows)
+{
+    if (targetRows_ == rows)
+        return;
+    targetRows_ = std::move(rows);
+    refresh();
+}
+
+void MenuPanel::perform(MenuAction action)
+{
+    switch (action) {
+        case MenuAction::installAgent:
+            return watcher_.installAgent();
+        case MenuAction::protectOn:
+        case MenuAction::protectOff:
+            return watcher_.setProtect(action == MenuAction::protectOn);
+        case MenuAction::unloadListed:
+            return watcher_.unloadListed();
+        case MenuAction::openAtLoginOn:
+        case MenuAction::openAtLoginOff:
+            return watcher_.setOpenAtLogin(action == MenuAction::openAtLoginOn);
+        case MenuAction::automaticChecksOn:
+        case MenuAction::automaticChecksOff:
+            return updater_.setAutomaticChecksEnabled(action == MenuAction::automaticChecksOn);
+        case MenuAction::liveData:
+            return watcher_.startLiveData();
+        case MenuAction::checkForUpdates:
+        case MenuAction::reportProblem:
+        case MenuAction::uninstall:
+        case MenuAction::quit:
+            return performElsewhere(action);
+    }
+}
+
+void MenuPanel::performElsewhere(MenuAction action)
+{
+    if (role_ == Role::popup)
+        close();
+    switch (action) {
+        case MenuAction::checkForUpdates:
+            return updater_.checkForUpdates();
+        case MenuAction::reportProblem:
+            return watcher_.openReportProblem();
+        case MenuAction::uninstall:
+            return watcher_.uninstallQuenchly();
+        default:
+            QCoreApplication::quit();
+    }
+}
+
+void MenuPanel::showWhole()
+{
+    anchor_ = {};
+    refresh();
+    setFixedHeight(view_->height());
+}
+
+void MenuPanel::fit()
+{
+    const int contentHeight = view_->contentHeight();
+    view_->setFixedSize(panelWidth, contentHeight);
+    const int height = std::min(contentHeight, workArea().height());
+    if (height != this->height())
+        setFixedHeight(height);
+    place();
+}
+
+QRect MenuPanel::workArea() const
+{
+    const QScreen* screen = anchor_.isNull() ? this->screen() : QGuiApplication::screenAt(anchor_);
+    if (screen == nullptr)  // between screens
+        screen = QGuiApplication::primaryScreen();
+    return screen->availableGeometry().adjusted(gapAroundPanel, gapAroundPanel, -gapAroundPanel, -gapAroundPanel);
+}
+
+void MenuPanel::place()
+{
+    if (role_ != Role::popup || anchor_.isNull())
+        return;
+    const QRect area = workArea();
+    const QPoint furthest = area.bottomRight() - QPoint(width(), height()) + QPoint(1, 1);
+    const QPoint corner(std::clamp(anchor_.x() - width() / 2, area.left(), std::max(area.left(), furthest.x())),
+                        std::clamp(anchor_.y(), area.top(), std::max(area.top(), furthest.y())));
+    if (corner != pos())
+        move(corner);
+}
+
+void MenuPanel::openAt(QPoint position)
+{
+    anchor_ = position;
+    watcher_.refreshOpenAtLogin();
+    refresh();
+    setFocus(Qt::PopupFocusReason);
+    show();
+    raise();
+    activateWindow();
+}
+
+void MenuPanel::showEvent(QShowEvent* event)
+{
+    QFrame::showEvent(event);
+    refresh();
+    refreshTargets();
+}
+
+void MenuPanel::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else if (!view_->moveFocus(*event))
+        QFrame::keyPressEvent(event);
+}
+
+void MenuPanel::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    // A help popover belongs to the panel, whatever the system makes of its focus.
+    const bool left =
+        event->type() == QEvent::ActivationChange && !isActiveWindow() && QApplication::activePopupWidget() == nullptr;
+    if (left && role_ == Role::popup)
+        close();
+}
+
+void MenuPanel::resizeEvent(QResizeEvent*)
+{
+    scrollArea_->setGeometry(rect());
+    scrollBar_->setGeometry(width() - scrollBarWidth, 0, scrollBarWidth, height());
+}
+
+void MenuPanel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double radius = testAttribute(Qt::WA_TranslucentBackground) ? PanelMetrics::cornerRadius : 0;
+    QPainterPath shape;
+    shape.addRoundedRect(rect(), radius, radius);
+    QLinearGradient background(0, 0, 0, height());
+    background.setColorAt(0, PanelColors::backgroundTop);
+    background.setColorAt(1, PanelColors::backgroundBottom);
+    painter.fillPath(shape, background);
+    painter.save();
+    painter.setClipPath(shape);
+    paintWindStripe(painter, width());
+    painter.restore();
+    if (role_ != Role::popup)
+        return;
+    painter.setPen(QPen(PanelColors::faded(Qt::white, outlineOpacity), 1));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+}
+
+}  // namespace quenchly

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QWidget>
+
+#include "metrics_meters.h"
+
+namespace quenchly {
+
+class HelpIcon;
+class MeterBar;
+class TextLabel;
+
+/// One meter: its label with help and its value, and the bar below them.
+class MeterView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit MeterView(QWidget* parent = nullptr);
+
+    void setContent(const MeterContent& content);
+
+private:
+    TextLabel* label_;
+    HelpIcon* help_;
+    TextLabel* subtitle_;
+    TextLabel* value_;
+    MeterBar* bar_;
+};
+
+/// The meters of load and of swap.
+class MetersView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit MetersView(QWidget* parent = nullptr);
+
+    void setContent(const MetricsMeters& meters);
+
+private:
+    MeterView* load_;
+    MeterView* swap_;
+};
+
+}  // namespace quenchly

@@ -1,0 +1,58 @@
+#include "panel_button.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "panel_colors.h"
+
+namespace quenchly {
+namespace {
+
+constexpr double ringWidth = 1.5;
+
+}  // namespace
+
+PanelButton::PanelButton(QWidget* parent) : QAbstractButton(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+void PanelButton::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (!event->isAutoRepeat())
+                click();
+            break;
+        case Qt::Key_Space:
+            QAbstractButton::keyPressEvent(event);
+            break;
+        default:
+            event->ignore();
+    }
+}
+
+void PanelButton::focusInEvent(QFocusEvent* event)
+{
+    // The return of a window or of a popup brings the focus back as it was.
+    const bool comesBack = event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason;
+    if (!comesBack)
+        focusShows_ = event->reason() != Qt::MouseFocusReason;
+    QAbstractButton::focusInEvent(event);
+}
+
+void PanelButton::paintFocus(QPainter& painter, const QRectF& around, double radius) const
+{
+    if (!hasFocus() || !focusShows_)
+        return;
+    const double inset = ringWidth / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(PanelColors::gold, ringWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(around.adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+}  // namespace quenchly

@@ -1,0 +1,56 @@
+#include "pill_button.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <cmath>
+
+#include "panel_colors.h"
+#include "panel_metrics.h"
+#include "text_label.h"
+#include "text_lines.h"
+
+namespace quenchly {
+namespace {
+
+constexpr int paddingH = 10;
+constexpr int paddingV = 3;
+constexpr double cornerRadius = 6;
+constexpr double outlineOpacity = 0.4;
+constexpr double hoverOpacity = 0.1;
+constexpr double pressedOpacity = 0.2;
+constexpr double disabledOpacity = 0.5;
+
+}  // namespace
+
+PillButton::PillButton(QWidget* parent) : PanelButton(parent)
+{
+    setFont(panelFont(PanelMetrics::sectionSize));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize PillButton::sizeHint() const
+{
+    const QSizeF text(TextLines::width(this->text(), font()), QFontMetricsF(font()).height());
+    return {static_cast<int>(std::ceil(text.width())) + 2 * paddingH,
+            static_cast<int>(std::ceil(text.height())) + 2 * paddingV};
+}
+
+void PillButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.save();
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    const double inset = 0.5;
+    const double inside = isDown() ? pressedOpacity : isEnabled() && underMouse() ? hoverOpacity : 0;
+    painter.setBrush(PanelColors::faded(PanelColors::gold, inside));
+    painter.setPen(QPen(PanelColors::faded(PanelColors::gold, outlineOpacity), 1));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    painter.setPen(PanelColors::gold);
+    TextLines::paint(painter, {paddingH, (height() - QFontMetricsF(font()).height()) / 2}, text(), font());
+    painter.restore();
+    paintFocus(painter, rect(), cornerRadius);
+}
+
+}  // namespace quenchly

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "panel_button.h"
+
+namespace quenchly {
+
+/// A small button with an outline, as wide as its text.
+class PillButton : public PanelButton {
+    Q_OBJECT
+
+public:
+    explicit PillButton(QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace quenchly

@@ -1,0 +1,126 @@
+#include "text_label.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QResizeEvent>
+#include <algorithm>
+#include <cmath>
+
+namespace quenchly {
+namespace {
+
+/// A wrapped text asks for no more than this; its column decides.
+constexpr int widestWrapped = 300;
+
+int roundedUp(double points)
+{
+    return static_cast<int>(std::ceil(points));
+}
+
+}  // namespace
+
+QFont panelFont(int pixelSize, QFont::Weight weight)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    font.setPixelSize(pixelSize);
+    font.setWeight(weight);
+    return font;
+}
+
+QString plainToolTip(const QString& text)
+{
+    if (text.isEmpty())
+        return {};
+    return QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+}
+
+TextLabel::TextLabel(const TextStyle& style, QWidget* parent) : QLabel(parent), style_(style)
+{
+    setTextFormat(Qt::PlainText);
+    setFont(panelFont(style.pixelSize, style.weight));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setWordWrap(style.mostLines > 1);  // makes the height depend on the width
+}
+
+void TextLabel::showText(const std::string& utf8)
+{
+    const QString text = QString::fromStdString(utf8);
+    if (this->text() != text) {
+        setText(text);
+        updateToolTip();
+    }
+    setVisible(!text.isEmpty());
+}
+
+void TextLabel::setInk(const QColor& ink)
+{
+    if (style_.ink == ink)
+        return;
+    style_.ink = ink;
+    update();
+}
+
+void TextLabel::setFullText(const std::string& utf8)
+{
+    fullText_ = QString::fromStdString(utf8);
+    updateToolTip();
+}
+
+QSize TextLabel::sizeHint() const
+{
+    const int width = roundedUp(TextLines::width(text(), font()));
+    if (style_.mostLines == 1)
+        return {width, roundedUp(lineHeight())};
+    const int wrapped = std::min(width, widestWrapped);
+    return {wrapped, heightForWidth(wrapped)};
+}
+
+QSize TextLabel::minimumSizeHint() const
+{
+    return {std::min(sizeHint().width(), 2 * style_.pixelSize), roundedUp(lineHeight())};
+}
+
+int TextLabel::heightForWidth(int width) const
+{
+    return roundedUp(lineHeight() * std::max(1.0, static_cast<double>(lines(width).lines.size())));
+}
+
+double TextLabel::lineHeight() const
+{
+    return style_.lineHeight > 0 ? style_.lineHeight * style_.pixelSize : QFontMetricsF(font()).height();
+}
+
+TextLines::Broken TextLabel::lines(double width) const
+{
+    return TextLines::broken(text(), font(), width, style_.mostLines);
+}
+
+void TextLabel::updateToolTip()
+{
+    if (!fullText_.isEmpty())
+        setToolTip(plainToolTip(fullText_));
+    else
+        setToolTip(lines(width()).cut ? plainToolTip(text()) : QString());
+}
+
+void TextLabel::resizeEvent(QResizeEvent* event)
+{
+    QLabel::resizeEvent(event);
+    updateToolTip();
+}
+
+void TextLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(style_.ink);
+    const double above = (lineHeight() - QFontMetricsF(font()).height()) / 2;
+    double top = 0;
+    for (const QString& line : lines(width()).lines) {
+        const double left = alignment().testFlag(Qt::AlignRight) ? width() - TextLines::width(line, font()) : 0;
+        TextLines::paint(painter, {left, top + above}, line, font());
+        top += lineHeight();
+    }
+}
+
+}  // namespace quenchly

@@ -1,0 +1,139 @@
+#include "text_lines.h"
+
+#include <QFontMetricsF>
+#include <QList>
+#include <QPainter>
+#include <QTextCharFormat>
+#include <QTextLayout>
+#include <QTextOption>
+#include <algorithm>
+#include <array>
+
+namespace quenchly::TextLines {
+namespace {
+
+constexpr double unlimited = 1e6;
+
+/// The room to put on each side of a digit that makes it as wide as the widest. Qt has no switch for tabular figures
+/// before 6.7, and not every typeface has them.
+class DigitPadding {
+public:
+    explicit DigitPadding(const QFont& font)
+    {
+        const QFontMetricsF metrics(font);
+        for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+            advances_[digit - u'0'] = metrics.horizontalAdvance(QChar(digit));
+        widest_ = *std::max_element(advances_.begin(), advances_.end());
+    }
+
+    /// Zero beyond the ends of the text, too.
+    double at(const QString& text, qsizetype index) const
+    {
+        const char16_t character = index < text.size() ? text.at(index).unicode() : u' ';
+        const bool isDigit = character >= u'0' && character <= u'9';
+        return isDigit ? (widest_ - advances_[character - u'0']) / 2 : 0;
+    }
+
+private:
+    std::array<double, 10> advances_{};
+    double widest_ = 0;
+};
+
+/// A layout knows room after a character only; what goes before the first one is up to the caller.
+QList<QTextLayout::FormatRange> digitSpacing(const QString& text, const DigitPadding& padding)
+{
+    QList<QTextLayout::FormatRange> ranges;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const double after = padding.at(text, i) + padding.at(text, i + 1);
+        if (after <= 0)
+            continue;
+        QTextLayout::FormatRange range{static_cast<int>(i), 1, {}};
+        range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        range.format.setFontLetterSpacing(after);
+        ranges.append(range);
+    }
+    return ranges;
+}
+
+void prepare(QTextLayout& layout, const QString& text, const QFont& font)
+{
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.setFormats(digitSpacing(text, DigitPadding(font)));
+}
+
+class SingleLine {
+public:
+    SingleLine(const QString& text, const QFont& font)
+        : layout_(text, font), leading_(DigitPadding(font).at(text, 0)), ascent_(QFontMetricsF(font).ascent())
+    {
+        prepare(layout_, text, font);
+        layout_.beginLayout();
+        line_ = layout_.createLine();
+        if (line_.isValid())
+            line_.setLineWidth(unlimited);
+        layout_.endLayout();
+    }
+
+    double width() const { return line_.isValid() ? leading_ + line_.naturalTextWidth() : 0; }
+
+    void paint(QPainter& painter, QPointF position) const
+    {
+        // A character of another typeface makes the line higher; the baseline stays where it is.
+        const double above = line_.isValid() ? ascent_ - line_.ascent() : 0;
+        layout_.draw(&painter, position + QPointF(leading_, above));
+    }
+
+private:
+    QTextLayout layout_;
+    double leading_;
+    double ascent_;
+    QTextLine line_;
+};
+
+QString elided(const QString& text, const QFont& font, double room)
+{
+    const QFontMetricsF metrics(font);
+    const QString line = metrics.elidedText(text, Qt::ElideRight, room);
+    const double excess = width(line, font) - room;
+    return excess > 0 ? metrics.elidedText(text, Qt::ElideRight, room - excess) : line;
+}
+
+}  // namespace
+
+Broken broken(const QString& text, const QFont& font, double width, int mostLines)
+{
+    QString separated = text;
+    separated.replace(u'\n', QChar::LineSeparator);
+    QTextLayout layout(separated, font);
+    prepare(layout, separated, font);
+    Broken result;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        const bool isLast = result.lines.size() + 1 == mostLines;
+        const bool fits = line.textStart() + line.textLength() == separated.size() && line.naturalTextWidth() <= width;
+        if (isLast && !fits) {
+            const QString rest = separated.mid(line.textStart()).replace(QChar::LineSeparator, u' ');
+            result.lines.append(elided(rest, font, width));
+            result.cut = true;
+            break;
+        }
+        result.lines.append(separated.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator));
+    }
+    layout.endLayout();
+    return result;
+}
+
+double width(const QString& line, const QFont& font)
+{
+    return SingleLine(line, font).width();
+}
+
+void paint(QPainter& painter, QPointF position, const QString& line, const QFont& font)
+{
+    SingleLine(line, font).paint(painter, position);
+}
+
+}  // namespace quenchly::TextLines
