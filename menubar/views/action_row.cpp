@@ -48,7 +48,6 @@ void ActionButton::setTrailing(const QString& trailing)
     if (trailing_ == trailing)
         return;
     trailing_ = trailing;
-    setAccessibleDescription(trailing);
     update();
 }
 
@@ -87,6 +86,8 @@ void ActionRow::setContent(const MenuContent::Row& row)
     button_->setTrailing(QString::fromStdString(row.trailing));
     button_->setEnabled(row.enabled);
     help_->setHelp(row.help);
+    const std::string description = row.trailing.empty() ? row.help : row.trailing + ". " + row.help;
+    button_->setAccessibleDescription(QString::fromStdString(description));
 }
 
 void ActionRow::resizeEvent(QResizeEvent*)

@@ -65,6 +65,7 @@ void SetAsideView::setContent(const MenuContent::SetAside& content)
         clearAll_->updateGeometry();
     }
     clearAll_->setEnabled(content.enabled);
+    clearAll_->setAccessibleDescription(QString::fromStdString(content.clearAllHelp));
     clearAllHelp_->setHelp(content.clearAllHelp);
     clearAllRow_->setVisible(!content.clearAll.empty());
     footnote_->showText(content.footnote);

@@ -14,6 +14,11 @@ namespace {
 
 constexpr double unlimited = 1e6;
 
+bool isDigit(QChar character)
+{
+    return character >= u'0' && character <= u'9';
+}
+
 /// The room to put on each side of a digit that makes it as wide as the widest. Qt has no switch for tabular figures
 /// before 6.7, and not every typeface has them.
 class DigitPadding {
@@ -29,9 +34,9 @@ public:
     /// Zero beyond the ends of the text, too.
     double at(const QString& text, qsizetype index) const
     {
-        const char16_t character = index < text.size() ? text.at(index).unicode() : u' ';
-        const bool isDigit = character >= u'0' && character <= u'9';
-        return isDigit ? (widest_ - advances_[character - u'0']) / 2 : 0;
+        if (index >= text.size() || !isDigit(text.at(index)))
+            return 0;
+        return (widest_ - advances_[text.at(index).unicode() - u'0']) / 2;
     }
 
 private:
@@ -40,14 +45,16 @@ private:
 };
 
 /// A layout knows room after a character only; what goes before the first one is up to the caller.
-QList<QTextLayout::FormatRange> digitSpacing(const QString& text, const DigitPadding& padding)
+QList<QTextLayout::FormatRange> digitSpacing(const QString& text, const QFont& font)
 {
     QList<QTextLayout::FormatRange> ranges;
+    const DigitPadding padding(font);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const double after = padding.at(text, i) + padding.at(text, i + 1);
-        if (after <= 0)
+        if (!isDigit(text.at(i)) && after <= 0)
             continue;
         QTextLayout::FormatRange range{static_cast<int>(i), 1, {}};
+        range.format.setFontKerning(false);
         range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
         range.format.setFontLetterSpacing(after);
         ranges.append(range);
@@ -60,7 +67,7 @@ void prepare(QTextLayout& layout, const QString& text, const QFont& font)
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
-    layout.setFormats(digitSpacing(text, DigitPadding(font)));
+    layout.setFormats(digitSpacing(text, font));
 }
 
 class SingleLine {

@@ -4,6 +4,43 @@
 
 namespace quenchly::testing {
 
+namespace {
+
+/// Every process is its name's only one; its id is the place of the name in the order of the names.
+class TargetTable final : public ProcessTable {
+public:
+    explicit TargetTable(std::shared_ptr<ScriptedTargets> targets) : targets_(std::move(targets)) {}
+
+    void beginRefresh() override
+    {
+        ++targets_->scans;
+        states_ = targets_->states();
+    }
+    std::vector<ProcessId> named(const std::string& name) override { return find(name); }
+    std::vector<ProcessId> matching(const std::string& pattern) override { return find(pattern); }
+    std::map<ProcessId, std::string> states(const std::vector<ProcessId>& ids) override
+    {
+        std::map<ProcessId, std::string> answer;
+        for (const ProcessId id : ids)
+            answer[id] = std::next(states_.begin(), id - 1)->second;
+        return answer;
+    }
+
+private:
+    std::vector<ProcessId> find(const std::string& name) const
+    {
+        const auto found = states_.find(name);
+        if (found == states_.end())
+            return {};
+        return {std::distance(states_.begin(), found) + 1};
+    }
+
+    std::shared_ptr<ScriptedTargets> targets_;
+    std::map<std::string, std::string> states_;
+};
+
+}  // namespace
+
 std::optional<std::size_t> ScriptedDesktop::answer(const Alert& alert)
 {
     events.push_back("alert " + alert.title);
@@ -55,6 +92,7 @@ System ScriptedSystem::system()
         return sample;
     };
     system.processes = processes;
+    system.makeProcesses = [targets = targets] { return std::make_unique<TargetTable>(targets); };
     system.loginItem = loginItem;
     system.userDefaults = defaults;
     system.openAddress = [opened = opened](const std::string& address) { return opened->add(address), true; };

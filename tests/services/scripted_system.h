@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <map>
@@ -28,6 +29,26 @@ public:
         return matchedPatterns.count(pattern) != 0 ? std::vector<ProcessId>{4711} : std::vector<ProcessId>{};
     }
     std::map<ProcessId, std::string> states(const std::vector<ProcessId>&) override { return {}; }
+};
+
+/// The processes that a target scan finds, by their names, with their states; shared with the scanning thread.
+class ScriptedTargets {
+public:
+    void set(std::map<std::string, std::string> states)
+    {
+        const std::scoped_lock lock(mutex_);
+        states_ = std::move(states);
+    }
+    std::map<std::string, std::string> states() const
+    {
+        const std::scoped_lock lock(mutex_);
+        return states_;
+    }
+    std::atomic<int> scans = 0;
+
+private:
+    mutable std::mutex mutex_;
+    std::map<std::string, std::string> states_;
 };
 
 class ScriptedLoginItem final : public LoginItem {
@@ -123,6 +144,7 @@ struct ScriptedSystem {
     std::vector<bool> sampledWith;
     std::vector<std::string> log;
     std::shared_ptr<ScriptedProcesses> processes = std::make_shared<ScriptedProcesses>();
+    std::shared_ptr<ScriptedTargets> targets = std::make_shared<ScriptedTargets>();
     std::shared_ptr<ScriptedLoginItem> loginItem = std::make_shared<ScriptedLoginItem>();
     std::shared_ptr<ScriptedDefaults> defaults = std::make_shared<ScriptedDefaults>();
     std::shared_ptr<OpenedAddresses> opened = std::make_shared<OpenedAddresses>();

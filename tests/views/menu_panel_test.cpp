@@ -1,0 +1,392 @@
+#include "menu_panel.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QScreen>
+#include <QTest>
+
+#include "action_row.h"
+#include "help_icon.h"
+#include "help_popover.h"
+#include "menu_content_view.h"
+#include "meter_bar.h"
+#include "pill_button.h"
+#include "scripted_system.h"
+#include "state_watcher.h"
+#include "updater.h"
+
+namespace quenchly {
+namespace {
+
+constexpr const char* calmState =
+    R"({"lastCheck":"2026-03-01T11:59:30Z","story":{"text":"<b>bold</b> & <img src=x>","tone":"cool"},)"
+    R"("lastMetrics":{"load1":1.6,"cpuCount":8,"swapPct":31,"swapUsedMB":2150}})";
+constexpr const char* hotState = R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true})";
+
+std::string setAsideState(int count)
+{
+    std::string entries;
+    for (int i = 0; i < count; ++i)
+        entries += std::string(i > 0 ? "," : "") + R"({"id":"p)" + std::to_string(i) + R"(","cmd":"ollama runner )" +
+                   std::to_string(i) + R"(","quarantinedAt":"2026-03-01T11:00:00Z"})";
+    return R"({"lastCheck":"2026-03-01T11:59:30Z","quarantined":[)" + entries + "]}";
+}
+
+class MenuPanelTest : public ::testing::Test {
+protected:
+    void open(const std::string& state, MenuPanel::Role role = MenuPanel::Role::popup)
+    {
+        world.writeState("heat-state.json", state);
+        watcher = std::make_unique<StateWatcher>(world.system());
+        updater = std::make_unique<Updater>(world.system());
+        panel = std::make_unique<MenuPanel>(*watcher, *updater, role);
+        panel->openAt({});
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(panel.get()));
+        panel->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(panel.get()));
+    }
+
+    void change(const std::string& state)
+    {
+        world.writeState("heat-state.json", state);
+        watcher->reload();
+    }
+
+    QStringList texts() const
+    {
+        QStringList texts;
+        for (const QLabel* label : panel->findChildren<QLabel*>())
+            if (label->isVisible())
+                texts += label->text();
+        return texts;
+    }
+
+    template <class Button>
+    Button* button(const char* text) const
+    {
+        for (Button* button : panel->findChildren<Button*>())
+            if (button->isVisible() && button->text() == QString::fromUtf8(text))
+                return button;
+        return nullptr;
+    }
+
+    QList<HelpIcon*> helpIcons() const
+    {
+        QList<HelpIcon*> icons;
+        for (HelpIcon* icon : panel->findChildren<HelpIcon*>())
+            if (icon->isVisible())
+                icons += icon;
+        return icons;
+    }
+
+    QString focusText() const
+    {
+        const auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+        return button != nullptr ? button->text() : QString();
+    }
+
+    void press(int key) const
+    {
+        QWidget* popup = QApplication::activePopupWidget();
+        QWidget* focus = panel->focusWidget() != nullptr ? panel->focusWidget() : panel.get();
+        QTest::keyClick(popup != nullptr ? popup : focus, static_cast<Qt::Key>(key));
+    }
+
+    testing::ScriptedSystem world;
+    std::unique_ptr<StateWatcher> watcher;
+    std::unique_ptr<Updater> updater;
+    std::unique_ptr<MenuPanel> panel;
+};
+
+TEST_F(MenuPanelTest, ItShowsEverySectionAsPlainText)
+{
+    open(calmState);
+    for (const char* text : {"<b>bold</b> & <img src=x>", "Protection On", "load", "20%", "swap", "2.1 GB", "31%",
+                             "Protection applies to", "Ollama", "llama.cpp", "Updates not configured yet"})
+        EXPECT_TRUE(texts().contains(QString::fromUtf8(text))) << text;
+    for (const QLabel* label : panel->findChildren<QLabel*>())
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    for (const char* row : {"Protection On", "Open at Login: On", "Live data", "Check for Updates...",
+                            "Report a problem", "Uninstall…", "Quit Quenchly"})
+        EXPECT_NE(button<ActionButton>(row), nullptr) << row;
+}
+
+TEST_F(MenuPanelTest, AnOpenPanelFollowsTheStateAndAClosedOneRests)
+{
+    open(calmState);
+    change(hotState);
+    EXPECT_TRUE(texts().contains(QStringLiteral("Overload. Watching.")));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return world.targets->scans == 2; }));
+    panel->close();
+    change(calmState);
+    QTest::qWait(0);
+    EXPECT_EQ(world.targets->scans, 2) << "a closed panel scanned";
+    const auto labels = panel->findChildren<QLabel*>();
+    EXPECT_TRUE(std::none_of(labels.begin(), labels.end(), [](const QLabel* label) {
+        return label->text().startsWith(u'<');
+    })) << "a closed panel was filled";
+    panel->openAt({});
+    EXPECT_TRUE(texts().contains(QStringLiteral("<b>bold</b> & <img src=x>"))) << "not in the first frame";
+}
+
+TEST_F(MenuPanelTest, AnUnchangedStatusIsNotScannedForAgain)
+{
+    open(calmState);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return world.targets->scans == 1; }));
+    watcher->reload();
+    watcher->reload();
+    QTest::qWait(0);
+    EXPECT_EQ(world.targets->scans, 1);
+}
+
+TEST_F(MenuPanelTest, TheTargetsArriveFromTheScan)
+{
+    world.targets->set({{"ollama", "T"}, {"mlx_lm.server", "S"}});
+    open(R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true,"paused":[{"label":"ollama","pid":1}]})");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return texts().contains(QStringLiteral("Eased back")); }));
+    EXPECT_TRUE(texts().contains(QStringLiteral("running")));
+}
+
+TEST_F(MenuPanelTest, ItsHeightFollowsItsContent)
+{
+    open(setAsideState(3));
+    const int withSetAside = panel->height();
+    change(setAsideState(0));
+    const int without = panel->height();
+    EXPECT_LT(without, withSetAside);
+    change(setAsideState(3));
+    EXPECT_EQ(panel->height(), withSetAside);
+    EXPECT_EQ(panel->width(), 380);
+}
+
+TEST_F(MenuPanelTest, ItStaysInsideTheWorkAreaWhereverItIsOpenedAndHoweverItGrows)
+{
+    open(calmState);
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    for (const QPoint& at : {area.topLeft() + QPoint(1, 1), area.topRight(), area.bottomLeft(), area.bottomRight(),
+                             QPoint(99'999, 99'999), QPoint(-5'000, 40)}) {
+        change(calmState);
+        panel->openAt(at);
+        EXPECT_TRUE(area.contains(panel->geometry())) << at.x() << "," << at.y();
+        change(setAsideState(4));
+        EXPECT_TRUE(area.contains(panel->geometry())) << at.x() << "," << at.y();
+        panel->close();
+    }
+}
+
+TEST_F(MenuPanelTest, AThousandEntriesAreFourRowsAndACount)
+{
+    open(setAsideState(1000));
+    int rows = 0;
+    for (const PillButton* button : panel->findChildren<PillButton*>())
+        rows += button->isVisible() && button->text() == QStringLiteral("Acknowledge") ? 1 : 0;
+    EXPECT_EQ(rows, 4);
+    EXPECT_NE(button<PillButton>("Clear all (1000)"), nullptr);
+}
+
+TEST_F(MenuPanelTest, WithoutAToolTheRowsThatNeedItAreDisabledAndTheirHelpIsNot)
+{
+    open(calmState);
+    ActionButton* protection = button<ActionButton>("Protection On");
+    ASSERT_NE(protection, nullptr);
+    EXPECT_FALSE(protection->isEnabled());
+    EXPECT_TRUE(button<ActionButton>("Live data")->isEnabled());
+    HelpIcon* help = protection->parentWidget()->findChild<HelpIcon*>();
+    QTest::mouseClick(help, Qt::LeftButton);
+    EXPECT_TRUE(help->isPopoverOpen());
+}
+
+TEST_F(MenuPanelTest, OpenAtLoginTurnsOverAndBack)
+{
+    open(calmState);
+    QTest::mouseClick(button<ActionButton>("Open at Login: On"), Qt::LeftButton);
+    EXPECT_EQ(world.loginItem->now, LoginItem::Status::notRegistered);
+    ActionButton* off = button<ActionButton>("Open at Login: Off");
+    ASSERT_NE(off, nullptr);
+    QTest::mouseClick(off, Qt::LeftButton);
+    EXPECT_EQ(world.loginItem->now, LoginItem::Status::enabled);
+}
+
+TEST_F(MenuPanelTest, OpeningReadsTheLoginItemAgain)
+{
+    open(calmState);
+    panel->close();
+    world.loginItem->now = LoginItem::Status::notRegistered;
+    panel->openAt({});
+    EXPECT_NE(button<ActionButton>("Open at Login: Off"), nullptr);
+}
+
+TEST_F(MenuPanelTest, RowsThatShowSomethingElseCloseThePanelFirst)
+{
+    open(calmState);
+    bool wasOpen = true;
+    world.desktop.duringAlert = [&](const Alert&) { wasOpen = panel->isVisible(); };
+    QTest::mouseClick(button<ActionButton>("Check for Updates..."), Qt::LeftButton);
+    ASSERT_EQ(world.desktop.alerts.size(), 1u);
+    EXPECT_FALSE(wasOpen);
+}
+
+TEST_F(MenuPanelTest, EscapeClosesThePopoverAndThenThePanel)
+{
+    open(calmState);
+    HelpIcon* help = helpIcons().constFirst();
+    QTest::mouseClick(help, Qt::LeftButton);
+    ASSERT_TRUE(help->isPopoverOpen());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(help->isPopoverOpen());
+    EXPECT_TRUE(panel->isVisible());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(MenuPanelTest, EachHelpIconOpensItsOwnPopover)
+{
+    open(calmState);
+    HelpIcon* first = helpIcons().constFirst();
+    HelpIcon* second = helpIcons().constLast();
+    first->click();
+    EXPECT_TRUE(first->isPopoverOpen());
+    EXPECT_FALSE(second->isPopoverOpen());
+    first->click();
+    EXPECT_FALSE(first->isPopoverOpen());
+}
+
+TEST_F(MenuPanelTest, AHelpIconThatGoesAwayTakesItsPopoverAlong)
+{
+    open(setAsideState(1));
+    HelpIcon* help = button<PillButton>("Acknowledge")->parentWidget()->findChild<HelpIcon*>();
+    help->click();
+    ASSERT_TRUE(help->isPopoverOpen());
+    change(setAsideState(0));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_TRUE(panel->isVisible());
+}
+
+TEST_F(MenuPanelTest, ALongHelpTextWrapsAndIsWholeOnTheScreen)
+{
+    open(calmState);
+    for (HelpIcon* help : helpIcons()) {
+        help->click();
+        const auto* popover = help->findChild<HelpPopover*>();
+        ASSERT_NE(popover, nullptr);
+        EXPECT_LE(popover->width(), 260);
+        EXPECT_GT(popover->height(), 40);
+        EXPECT_TRUE(help->screen()->availableGeometry().contains(popover->geometry()));
+        help->click();
+    }
+}
+
+TEST_F(MenuPanelTest, TheArrowKeysMoveBetweenTheButtonsAndRoundTheEnds)
+{
+    open(calmState);
+    press(Qt::Key_Down);
+    EXPECT_EQ(focusText().toStdString(), "Open at Login: On") << "the disabled row is passed over";
+    press(Qt::Key_Down);
+    EXPECT_EQ(focusText().toStdString(), "Live data");
+    press(Qt::Key_Right);
+    EXPECT_NE(qobject_cast<HelpIcon*>(QApplication::focusWidget()), nullptr);
+    press(Qt::Key_Left);
+    EXPECT_EQ(focusText().toStdString(), "Live data");
+    press(Qt::Key_Up);
+    press(Qt::Key_Up);
+    EXPECT_EQ(focusText().toStdString(), "Quit Quenchly");
+    press(Qt::Key_Down);
+    EXPECT_EQ(focusText().toStdString(), "Open at Login: On");
+}
+
+TEST_F(MenuPanelTest, TabVisitsEveryControlFromTopToBottom)
+{
+    open(setAsideState(3));
+    QList<QWidget*> visited;
+    press(Qt::Key_Tab);
+    while (QApplication::focusWidget() != nullptr && !visited.contains(QApplication::focusWidget())) {
+        visited += QApplication::focusWidget();
+        press(Qt::Key_Tab);
+    }
+    int enabledButtons = 0;
+    for (const PanelButton* button : panel->findChildren<PanelButton*>())
+        enabledButtons += button->isVisible() && button->isEnabled() ? 1 : 0;
+    EXPECT_EQ(visited.size(), enabledButtons);
+    int lastTop = 0;
+    for (const QWidget* widget : visited) {
+        const int top = widget->mapTo(panel->findChild<MenuContentView*>(), QPoint(0, widget->height() / 2)).y();
+        EXPECT_GE(top, lastTop - 2) << qPrintable(widget->accessibleName());
+        lastTop = top;
+    }
+}
+
+TEST_F(MenuPanelTest, ReturnAndSpacePress)
+{
+    for (const int key : {Qt::Key_Return, Qt::Key_Space}) {
+        open(calmState);
+        press(Qt::Key_Down);
+        press(key);
+        EXPECT_NE(button<ActionButton>("Open at Login: Off"), nullptr) << key;
+        panel->close();
+        world.loginItem->now = LoginItem::Status::enabled;
+    }
+}
+
+TEST_F(MenuPanelTest, ARowKeepsTheFocusWhenOthersComeAndGo)
+{
+    open(calmState);
+    press(Qt::Key_Down);
+    QWidget* focus = QApplication::focusWidget();
+    change(R"({"lastCheck":"2026-03-01T11:59:30Z","memoryReliefTip":"Free some","quarantined":[{"id":"x",)"
+           R"("cmd":"ollama","quarantinedAt":"2026-03-01T11:00:00Z"}]})");
+    ASSERT_NE(button<ActionButton>("Unload listed AI"), nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), focus);
+    EXPECT_EQ(focusText().toStdString(), "Open at Login: On");
+}
+
+TEST_F(MenuPanelTest, AnEntryKeepsItsButtonWhenOneBeforeItGoes)
+{
+    open(setAsideState(2));
+    PillButton* second = nullptr;
+    for (PillButton* button : panel->findChildren<PillButton*>())
+        if (button->accessibleDescription() == QStringLiteral("ollama") && button->isVisible())
+            second = button;
+    ASSERT_NE(second, nullptr);
+    second->setFocus(Qt::TabFocusReason);
+    change(R"({"lastCheck":"2026-03-01T11:59:30Z","quarantined":[{"id":"p1","cmd":"ollama runner 1",)"
+           R"("quarantinedAt":"2026-03-01T11:00:00Z"}]})");
+    EXPECT_EQ(QApplication::focusWidget(), second);
+}
+
+TEST_F(MenuPanelTest, NothingMovesWhileThePanelIsClosed)
+{
+    open(calmState);
+    panel->close();
+    change(R"({"lastCheck":"2026-03-01T11:59:30Z","lastMetrics":{"load1":8,"cpuCount":8}})");
+    for (const MeterBar* bar : panel->findChildren<MeterBar*>())
+        EXPECT_FALSE(bar->isMoving());
+    panel->openAt({});
+    for (const MeterBar* bar : panel->findChildren<MeterBar*>())
+        EXPECT_FALSE(bar->isMoving()) << "the last value is there in the first frame";
+    EXPECT_EQ(panel->findChild<MeterBar*>()->shownFill(), 100);
+}
+
+TEST_F(MenuPanelTest, EveryControlHasARoleANameAndADescription)
+{
+    open(setAsideState(2));
+    int controls = 0;
+    for (QWidget* widget : panel->findChildren<QWidget*>()) {
+        const bool isButton = qobject_cast<PanelButton*>(widget) != nullptr;
+        if (!widget->isVisible() || (!isButton && qobject_cast<MeterBar*>(widget) == nullptr))
+            continue;
+        ++controls;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(accessible, nullptr);
+        EXPECT_EQ(accessible->role(), isButton ? QAccessible::Button : QAccessible::ProgressBar);
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty());
+        EXPECT_FALSE(accessible->text(QAccessible::Description).isEmpty())
+            << qPrintable(accessible->text(QAccessible::Name));
+    }
+    EXPECT_GT(controls, 20);
+}
+
+}  // namespace
+}  // namespace quenchly

@@ -1,0 +1,114 @@
+#include "text_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <QFontDatabase>
+#include <QImage>
+#include <QPainter>
+
+#include "text_label.h"
+
+namespace quenchly {
+namespace {
+
+class TextLinesTest : public ::testing::Test {
+protected:
+    static QString joined(const TextLines::Broken& broken) { return broken.lines.join(u'|'); }
+
+    QFont font = panelFont(14);
+    double digitWidth = TextLines::width(QStringLiteral("0"), font);
+};
+
+TEST_F(TextLinesTest, EveryDigitIsEquallyWide)
+{
+    for (const QString& family : QFontDatabase::families()) {
+        font.setFamily(family);
+        const double zeros = TextLines::width(QStringLiteral("00.00%"), font);
+        for (const char* figure : {"11.11%", "18.74%", "99.61%"})
+            EXPECT_NEAR(TextLines::width(QLatin1String(figure), font), zeros, 0.05) << qPrintable(family) << figure;
+    }
+}
+
+TEST_F(TextLinesTest, ATextBreaksBetweenWords)
+{
+    const double room = TextLines::width(QStringLiteral("one two"), font) + 1;
+    const auto broken = TextLines::broken(QStringLiteral("one two three"), font, room, 9);
+    EXPECT_EQ(joined(broken).toStdString(), "one two |three");
+    EXPECT_FALSE(broken.cut);
+}
+
+TEST_F(TextLinesTest, AWordThatIsTooLongBreaksAnywhere)
+{
+    const auto broken = TextLines::broken(QString(30, u'm'), font, 100, 99);
+    EXPECT_GT(broken.lines.size(), 2);
+    EXPECT_EQ(broken.lines.join(QString()), QString(30, u'm'));
+}
+
+TEST_F(TextLinesTest, WhatDoesNotFitEndsInAnEllipsis)
+{
+    const auto broken = TextLines::broken(QStringLiteral("many words in a row ").repeated(20), font, 120, 2);
+    EXPECT_EQ(broken.lines.size(), 2);
+    EXPECT_TRUE(broken.cut);
+    EXPECT_TRUE(broken.lines.last().endsWith(u'…'));
+    EXPECT_LE(TextLines::width(broken.lines.last(), font), 120);
+}
+
+TEST_F(TextLinesTest, ACutFigureStaysWithinItsRoom)
+{
+    const double room = digitWidth * 6;
+    const auto broken = TextLines::broken(QString(40, u'1'), font, room, 1);
+    EXPECT_TRUE(broken.cut);
+    EXPECT_LE(TextLines::width(broken.lines.first(), font), room);
+}
+
+TEST_F(TextLinesTest, LineEndsDivideParagraphs)
+{
+    const auto broken = TextLines::broken(QStringLiteral("one\n\ntwo"), font, 500, 99);
+    EXPECT_EQ(joined(broken).toStdString(), "one||two");
+}
+
+TEST_F(TextLinesTest, AnEmptyTextHasNoWidth)
+{
+    EXPECT_EQ(TextLines::width(QString(), font), 0);
+    EXPECT_FALSE(TextLines::broken(QString(), font, 100, 3).cut);
+}
+
+TEST_F(TextLinesTest, ALabelKeepsMarkupAsText)
+{
+    TextLabel label({.pixelSize = 14, .ink = Qt::white});
+    label.showText("<b>bold</b> & <img src=x>");
+    EXPECT_EQ(label.textFormat(), Qt::PlainText);
+    EXPECT_GE(label.sizeHint().width(),
+              static_cast<int>(TextLines::width(QStringLiteral("<b>bold</b> & <img src=x>"), font)));
+}
+
+TEST_F(TextLinesTest, OnlyACutLabelHasATooltipAndItIsPlain)
+{
+    TextLabel label({.pixelSize = 14, .ink = Qt::white});
+    label.showText("<b>bold</b>");
+    label.resize(label.sizeHint());
+    EXPECT_EQ(label.toolTip(), QString());
+    label.resize(20, label.height());
+    EXPECT_EQ(label.toolTip().toStdString(), "<p>&lt;b&gt;bold&lt;/b&gt;</p>");
+}
+
+TEST_F(TextLinesTest, AnEmptyLabelTakesNoRoom)
+{
+    TextLabel label({.pixelSize = 14, .ink = Qt::white});
+    label.showText("text");
+    EXPECT_FALSE(label.isHidden());
+    label.showText("");
+    EXPECT_TRUE(label.isHidden());
+}
+
+TEST_F(TextLinesTest, ALongerTextMakesALabelHigherUpToItsMostLines)
+{
+    TextLabel label({.pixelSize = 14, .ink = Qt::white, .mostLines = 3, .lineHeight = 1.5});
+    label.showText("short");
+    EXPECT_EQ(label.heightForWidth(200), 21);
+    label.showText(std::string(600, 'm'));
+    EXPECT_EQ(label.heightForWidth(200), 63);
+}
+
+}  // namespace
+}  // namespace quenchly
