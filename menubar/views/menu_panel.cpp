@@ -101,9 +101,9 @@ void MenuPanel::makeScrollBar()
                        "QScrollBar::add-line, QScrollBar::sub-line, QScrollBar::add-page, QScrollBar::sub-page"
                        "{ background: none; border: none; height: 0; }"));
     QScrollBar* hidden = scrollArea_->verticalScrollBar();
-    connect(hidden, &QScrollBar::rangeChanged, this, [this, hidden](int minimum, int maximum) {
+    connect(hidden, &QScrollBar::rangeChanged, this, [this](int minimum, int maximum) {
         scrollBar_->setRange(minimum, maximum);
-        scrollBar_->setPageStep(hidden->pageStep());
+        scrollBar_->setPageStep(scrollArea_->viewport()->height());
         scrollBar_->setVisible(maximum > minimum);
     });
     connect(hidden, &QScrollBar::valueChanged, scrollBar_, &QScrollBar::setValue);

@@ -39,8 +39,10 @@ TextLabel::TextLabel(const TextStyle& style, QWidget* parent) : QLabel(parent), 
 {
     setTextFormat(Qt::PlainText);
     setFont(panelFont(style.pixelSize, style.weight));
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    setWordWrap(style.mostLines > 1);  // makes the height depend on the width
+    const bool wraps = style.mostLines > 1;
+    setWordWrap(wraps);  // makes the height depend on the width
+    // A fixed height would be the one of the width that the label asks for, not of the one that it gets.
+    setSizePolicy(QSizePolicy::Preferred, wraps ? QSizePolicy::Minimum : QSizePolicy::Fixed);
 }
 
 void TextLabel::showText(const std::string& utf8)

@@ -19,6 +19,9 @@ using namespace std::chrono_literals;
 /// A panel that restarts is back within this time; the item does not move to another tray meanwhile.
 constexpr auto restartGrace = 3s;
 
+/// At login the tray may start after this program.
+constexpr auto startGrace = 2s;
+
 /// Nothing tells that the X11 tray came or went.
 constexpr auto x11TrayCheckInterval = 5s;
 
@@ -88,7 +91,7 @@ void LinuxMenuBarExtra::setContent(const MenuBarExtraContent& content)
 void LinuxMenuBarExtra::hostChanged(bool hasHost)
 {
     if (!hasHost) {
-        restartGrace_.start(available_ ? restartGrace : 0s);
+        restartGrace_.start(available_ ? restartGrace : startGrace);
         return;
     }
     restartGrace_.stop();
