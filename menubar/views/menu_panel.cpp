@@ -17,6 +17,7 @@
 #include "menu_content_view.h"
 #include "panel_colors.h"
 #include "panel_metrics.h"
+#include "panel_window.h"
 #include "state_watcher.h"
 #include "updater.h"
 #include "wind_palette.h"
@@ -254,6 +255,10 @@ void MenuPanel::openAt(QPoint position)
     watcher_.refreshOpenAtLogin();
     refresh();
     setFocus(Qt::PopupFocusReason);
+    if (role_ == Role::popup) {
+        winId();  // makes the window
+        becomePanelWindow(*windowHandle());
+    }
     show();
     raise();
     activateWindow();

@@ -1,0 +1,7 @@
+#include "panel_window.h"
+
+namespace quenchly {
+
+void becomePanelWindow(QWindow&) {}
+
+}  // namespace quenchly
