@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
+#include <string_view>
+#include <utility>
 
 #include "help_copy.h"
 #include "l10n.h"
@@ -59,8 +60,9 @@ std::string statusHelpText(const QuenchStatus& status)
 std::string memoryReliefTip(const MenuSituation& situation)
 {
     const QuenchStatus& status = situation.status;
-    if (status.memoryReliefTip && !status.memoryReliefTip->empty())
-        return displayLine(status.memoryReliefTip->utf8(), longestFullText);
+    std::string ownTip = displayLine(status.memoryReliefTip.value_or("").utf8(), longestFullText);
+    if (!ownTip.empty())
+        return ownTip;
     const bool swapHigh = status.swapCritical || (status.lastMetrics && status.lastMetrics->swapCritical);
     if (swapHigh && TargetScanner::anyListedLive(situation.targetRows))
         return MenuHelpCopy::extraMemoryTip();
@@ -101,7 +103,7 @@ MenuContent::Targets targets(const MenuSituation& situation)
     targets.moreRows = situation.targetRows.size() - shown;
     targets.note = L10n::t("protection_targets");
     targets.honesty = VerdictStoryLogic::protectionAppliesHonesty(
-                          {.protectOn = status.agentInstalled && protectionIsOn(status),
+                          {.protectOn = protectionIsOn(status),
                            .overload = status.stillOverloaded,
                            .anyListedLive = TargetScanner::anyListedLive(situation.targetRows)})
                           .value_or("");
@@ -110,13 +112,17 @@ MenuContent::Targets targets(const MenuSituation& situation)
 
 MenuContent::SetAsideEntry setAsideEntry(const QuarantinedEntry& entry, Instant now)
 {
-    const std::string label = QuarantineDisplay::rowLabel(entry);
-    std::string fullText = displayLine(label, longestFullText);
-    for (const Text* more : {&entry.cmd, &entry.reason})
-        if (!more->empty() && *more != Text(label))
-            fullText += "\n" + displayLine(more->utf8(), longestFullText);
+    std::string name = displayLine(QuarantineDisplay::rowLabel(entry), longestFullText);
+    if (name.empty())
+        name = displayLine(entry.id.utf8(), longestFullText);
+    std::string fullText = name;
+    for (const Text* more : {&entry.cmd, &entry.reason}) {
+        const std::string line = displayLine(more->utf8(), longestFullText);
+        if (!line.empty() && line != name)
+            fullText += (fullText.empty() ? "" : "\n") + line;
+    }
     return {.id = entry.id,
-            .label = displayLine(label),
+            .label = displayLine(name),
             .age = RelativeTime::ageAgo({.from = entry.quarantinedAt, .now = now}),
             .fullText = std::move(fullText)};
 }

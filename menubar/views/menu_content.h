@@ -32,8 +32,9 @@ enum class MenuAction {
 /// What a text is coloured as: all is in order, or a warning.
 enum class MenuTone { gold, clay };
 
-/// Everything that the panel shows, decided without a window: the sections from top to bottom. All texts are plain, and
-/// those that come from files are single lines; an absent text is empty.
+/// Everything that the panel shows, decided without a window: the sections from top to bottom. All texts are plain; an
+/// absent text is empty. Those that come from files are harmless single lines of at most 400 characters where nothing
+/// else is said.
 struct MenuContent {
     struct Header {
         QuenchBarTint tint = QuenchBarTint::waiting;
@@ -45,7 +46,7 @@ struct MenuContent {
         std::optional<MetricsMeters> meters;
         std::string detail;
         std::string statusHelp;  ///< paragraphs, divided by empty lines
-        std::string memoryTip;
+        std::string memoryTip;   ///< at most 2000 characters
 
         bool operator==(const Header&) const = default;
     };
@@ -70,10 +71,10 @@ struct MenuContent {
     };
 
     struct SetAsideEntry {
-        Text id;
+        Text id;  ///< as the file has it: for the acknowledge command, not for display
         std::string label;
         std::string age;
-        std::string fullText;  ///< what the row has no room for, on several lines
+        std::string fullText;  ///< name, command and reason in lines of their own, each at most 2000 characters
 
         bool operator==(const SetAsideEntry&) const = default;
     };
@@ -84,9 +85,9 @@ struct MenuContent {
         std::vector<SetAsideEntry> entries;  ///< at most `mostSetAside`
         std::string acknowledge;
         std::string acknowledgeHelp;
-        std::string clearAll;
+        std::string clearAll;  ///< absent for a single entry
         std::string clearAllHelp;
-        bool enabled = true;
+        bool enabled = true;  ///< all buttons of the section
         std::string footnote;
 
         bool operator==(const SetAside&) const = default;
@@ -121,7 +122,7 @@ struct MenuContent {
     bool operator==(const MenuContent&) const = default;
 };
 
-/// What the panel's content is decided from.
+/// What the panel's content is decided from; only refers to the status and the rows.
 struct MenuSituation {
     const QuenchStatus& status;
     const std::vector<TargetRow>& targetRows;

@@ -1,8 +1,8 @@
 #include "metrics_meters.h"
 
 #include <algorithm>
-#include <cmath>
 #include <initializer_list>
+#include <string_view>
 
 #include "help_copy.h"
 #include "l10n.h"
