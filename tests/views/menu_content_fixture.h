@@ -1,0 +1,76 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "l10n.h"
+#include "menu_content.h"
+
+namespace quenchly::testing {
+
+/// In the order of the columns of the tables of texts.
+inline constexpr std::array allLanguages{AppLanguage::en,     AppLanguage::ja,     AppLanguage::ko,
+                                         AppLanguage::zhHans, AppLanguage::zhHant, AppLanguage::tl};
+
+inline const Instant noon = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + std::chrono::hours(12);
+
+/// Checked half a minute before noon, nothing eased, nothing set aside.
+inline QuenchStatus calmStatus()
+{
+    return {.icon = QuenchIcon::cool,
+            .barTint = QuenchBarTint::cool,
+            .headline = "Machine is calm.",
+            .detail = "load 20% · swap n/a. Machine is calm.",
+            .lastCheckISO = "2026-03-01T11:59:30Z",
+            .lastCheckAge = "30s ago",
+            .tone = QuenchTone::cool,
+            .agentInstalled = true};
+}
+
+inline std::vector<TargetRow> idleTargets()
+{
+    using enum TargetRow::State;
+    return {{"Ollama", unknown, "Idle"},
+            {"MLX LM Server", unknown, "Idle"},
+            {"LM Studio", unknown, "Idle"},
+            {"llama.cpp", unknown, "Idle"}};
+}
+
+/// Set aside two minutes and five seconds before noon.
+inline QuarantinedEntry setAsideProcess(const Text& id, const Text& command = "ollama serve")
+{
+    return {.id = id, .cmd = command, .quarantinedAt = "2026-03-01T11:57:55Z", .reason = "looped"};
+}
+
+/// Content in English for a calm machine with everything set up, until a test changes the parts.
+class MenuContentTest : public ::testing::Test {
+protected:
+    MenuContentTest() { L10n::testingLanguage = AppLanguage::en; }
+    ~MenuContentTest() override { L10n::testingLanguage.reset(); }
+
+    MenuContent content() const { return menuContent(situation); }
+
+    void notSetUp() { status.agentInstalled = false; }
+    void protectionOff() { status.managementDisabled = true; }
+    void swapCriticalWithLiveAi()
+    {
+        status.swapCritical = true;
+        targetRows[0].state = TargetRow::State::running;
+    }
+
+    QuenchStatus status = calmStatus();
+    std::vector<TargetRow> targetRows = idleTargets();
+    MenuSituation situation{.status = status,
+                            .targetRows = targetRows,
+                            .cliAvailable = true,
+                            .updaterConfigured = true,
+                            .version = "1.4.2",
+                            .now = noon};
+};
+
+}  // namespace quenchly::testing
