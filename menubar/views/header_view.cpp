@@ -21,7 +21,7 @@ constexpr int betweenLines = 4;
 constexpr int betweenBlocks = 4;  // on top of the space between lines
 constexpr int betweenTriggers = 10;
 constexpr int mostHeadlineLines = 4;
-constexpr int mostDetailLines = 6;
+constexpr int mostDetailLines = 8;
 
 }  // namespace
 

@@ -103,7 +103,7 @@ MenuContent::Targets targets(const MenuSituation& situation)
     targets.moreRows = situation.targetRows.size() - shown;
     targets.note = L10n::t("protection_targets");
     targets.honesty = VerdictStoryLogic::protectionAppliesHonesty(
-                          {.protectOn = protectionIsOn(status),
+                          {.protectOn = status.agentInstalled && protectionIsOn(status),
                            .overload = status.stillOverloaded,
                            .anyListedLive = TargetScanner::anyListedLive(situation.targetRows)})
                           .value_or("");

@@ -78,8 +78,10 @@ void SetAsideView::showEntries(const MenuContent::SetAside& content)
         rows.push_back(takeRow(entry.id));
         rows.back()->setContent(entry, content);
     }
-    for (SetAsideRow* gone : rows_)
-        gone->deleteLater(), gone->hide();
+    for (SetAsideRow* gone : rows_) {
+        gone->hide();
+        gone->deleteLater();
+    }
     rows_ = std::move(rows);
     QWidget* previous = heading_->findChild<HelpIcon*>();
     for (SetAsideRow* row : rows_) {

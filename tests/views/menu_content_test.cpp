@@ -270,11 +270,10 @@ TEST_F(MenuContentTest, ProtectionThatHasNothingToActOnIsAdmitted)
     }
 }
 
-TEST_F(MenuContentTest, MissingChecksDoNotCountAsProtectionThatIsOff)
+TEST_F(MenuContentTest, WithoutChecksNothingIsSaidOfWhatProtectionActsOn)
 {
-    notSetUp();
     EXPECT_EQ(content().targets.honesty, noListedAiOpen);
-    protectionOff();
+    notSetUp();
     EXPECT_EQ(content().targets.honesty, "");
 }
 
