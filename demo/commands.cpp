@@ -16,6 +16,7 @@
 #include "launch_agent.h"
 #include "machine_sample.h"
 #include "scenarios.h"
+#include "serve.h"
 #include "state_files.h"
 #include "timestamp.h"
 
@@ -145,6 +146,11 @@ Outcome playScenario(const Invocation& invocation)
     return applied(*changes);
 }
 
+Outcome showDashboard(const Invocation& invocation)
+{
+    return serve(StateFiles(invocation.dataHome));
+}
+
 Outcome help(const Invocation&);
 
 struct Folders {
@@ -152,25 +158,34 @@ struct Folders {
     bool launchAgents = false;
 };
 
+enum class Effect { reads, changes };
+
 struct Command {
     std::string_view usage;  // words as they are typed; a word in capitals stands for the operand
     std::string_view summary;
+    Effect effect;
     Folders needs;
     Outcome (*run)(const Invocation&);
 };
 
-constexpr std::array<Command, 11> commands{{
-    {"check", "sample load and swap and judge them", {.dataHome = true}, check},
-    {"enable", "switch Protection on", {.dataHome = true}, enable},
-    {"disable", "switch Protection off", {.dataHome = true}, disable},
-    {"unload-listed", "let go of everything held or slowed", {.dataHome = true}, unloadListed},
-    {"quarantine ack ID", "acknowledge what was set aside", {.dataHome = true}, acknowledgeSetAside},
-    {"install-agent", "install the launch agent", {.dataHome = true, .launchAgents = true}, installAgent},
-    {"remove-agent", "remove the launch agent", {.launchAgents = true}, removeAgent},
-    {"uninstall --yes", "remove the state and the launch agent", {.dataHome = true, .launchAgents = true}, uninstall},
-    {"scenario", "list the situations that can be played", {}, listScenarios},
-    {"scenario NAME", "play a situation", {.dataHome = true, .launchAgents = true}, playScenario},
-    {"help", "show this list", {}, help},
+constexpr Folders none;
+constexpr Folders data{.dataHome = true};
+constexpr Folders agents{.launchAgents = true};
+constexpr Folders both{.dataHome = true, .launchAgents = true};
+
+constexpr std::array<Command, 12> commands{{
+    {"check", "sample load and swap and judge them", Effect::changes, data, check},
+    {"enable", "switch Protection on", Effect::changes, data, enable},
+    {"disable", "switch Protection off", Effect::changes, data, disable},
+    {"unload-listed", "let go of everything held or slowed", Effect::changes, data, unloadListed},
+    {"quarantine ack ID", "acknowledge what was set aside", Effect::changes, data, acknowledgeSetAside},
+    {"install-agent", "install the launch agent", Effect::changes, both, installAgent},
+    {"remove-agent", "remove the launch agent", Effect::changes, agents, removeAgent},
+    {"uninstall --yes", "remove the state and the launch agent", Effect::changes, both, uninstall},
+    {"serve", "show the state in a browser, at http://127.0.0.1:8280", Effect::reads, data, showDashboard},
+    {"scenario", "list the situations that can be played", Effect::reads, none, listScenarios},
+    {"scenario NAME", "play a situation", Effect::changes, both, playScenario},
+    {"help", "show this list", Effect::reads, none, help},
 }};
 
 Outcome help(const Invocation&)
@@ -183,6 +198,7 @@ Outcome help(const Invocation&)
         const std::string padding(column - command.usage.size(), ' ');
         outcome.text.append("  quenchly ").append(command.usage).append(padding).append(command.summary).append("\n");
     }
+    outcome.text += "\nQUENCHLY_DASHBOARD_PORT names another port for serve, 0 any free one.\n";
     return outcome;
 }
 
@@ -243,7 +259,7 @@ Outcome run(const Command& command, const Invocation& invocation)
 {
     if (const auto missing = missingFolder(command.needs, invocation))
         return {.status = misused, .text = *missing};
-    if (!command.needs.dataHome)
+    if (command.effect == Effect::reads || invocation.dataHome.empty())
         return command.run(invocation);
     const FolderLock lock(StateFiles(invocation.dataHome).folder());
     return command.run(invocation);

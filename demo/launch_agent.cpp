@@ -1,26 +1,8 @@
 #include "launch_agent.h"
 
-#include <string_view>
+#include "markup.h"
 
 namespace quenchly::demo {
-namespace {
-
-std::string escaped(std::string_view text)
-{
-    std::string result;
-    for (const char character : text) {
-        if (character == '&')
-            result += "&amp;";
-        else if (character == '<')
-            result += "&lt;";
-        else
-            result += character;
-    }
-    return result;
-}
-
-}  // namespace
-
 std::filesystem::path launchAgentPath(const std::filesystem::path& launchAgents)
 {
     return launchAgents / "com.brindlemoor.quenchly.plist";

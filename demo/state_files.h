@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "descriptor.h"
 #include "file_changes.h"
 
 namespace quenchly::demo {
@@ -26,7 +27,8 @@ private:
     std::filesystem::path folder_;
 };
 
-/// The object that a file holds; none when the file is missing, is not JSON or holds something else.
+/// The object that a file holds; none when the file is missing, too long, not JSON or holds something else. What is
+/// nested absurdly deep is left out.
 std::optional<Json> readObject(const std::filesystem::path& path);
 
 /// The text of an object as it is stored.
@@ -40,12 +42,9 @@ Json idleThrottle();
 class FolderLock {
 public:
     explicit FolderLock(const std::filesystem::path& folder);
-    ~FolderLock();
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
 
 private:
-    int descriptor_;
+    Descriptor descriptor_;
 };
 
 }  // namespace quenchly::demo

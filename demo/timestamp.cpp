@@ -23,4 +23,17 @@ std::string isoText(Instant instant)
     return text.data();
 }
 
+std::optional<Instant> instantFrom(const std::string& isoText)
+{
+    int year = 0, hour = 0, minute = 0, second = 0;
+    unsigned month = 0, day = 0;
+    if (std::sscanf(isoText.c_str(), "%4d-%2u-%2uT%2d:%2d:%2d", &year, &month, &day, &hour, &minute, &second) != 6)
+        return std::nullopt;
+    const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(month), std::chrono::day(day)};
+    if (!date.ok() || !isoText.ends_with('Z'))
+        return std::nullopt;
+    return std::chrono::sys_days(date) + std::chrono::hours(hour) + std::chrono::minutes(minute) +
+           std::chrono::seconds(second);
+}
+
 }  // namespace quenchly::demo

@@ -247,6 +247,7 @@ TEST_F(StandInChecker, RefusesWithoutTheDataFolder)
                                        {"quarantine", "ack", "a"},
                                        {"install-agent"},
                                        {"uninstall", "--yes"},
+                                       {"serve"},
                                        {"scenario", "calm"}})
             expectRefusal(arguments, 2, "QUENCHLY_HOME is not set");
     }
@@ -340,7 +341,7 @@ TEST_F(StandInChecker, HelpNamesEveryCommandAndNeedsNoFolder)
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
     for (const char* command : {"check", "enable", "disable", "unload-listed", "quarantine ack ID", "install-agent",
-                                "remove-agent", "uninstall --yes", "scenario NAME", "help"})
+                                "remove-agent", "uninstall --yes", "serve", "scenario NAME", "help"})
         EXPECT_NE(result.output.find("quenchly " + std::string(command)), std::string::npos) << command;
 }
 
@@ -612,7 +613,7 @@ TEST_F(StandInChecker, TheLaunchAgentEscapesAwkwardFolders)
 {
     variables["QUENCHLY_HOME"] = (scratch / "R&D <lab>").string();
     succeed({"install-agent"});
-    EXPECT_NE(contentsOf(plist()).find("R&amp;D &lt;lab>"), std::string::npos);
+    EXPECT_NE(contentsOf(plist()).find("R&amp;D &lt;lab&gt;"), std::string::npos);
 }
 
 TEST_F(StandInChecker, RemovesTheLaunchAgentOnly)
