@@ -21,12 +21,16 @@ std::int64_t streakAfter(const Json& state, const char* key)
     return std::clamp<std::int64_t>(streak->get<std::int64_t>(), 0, longest - 1) + 1;
 }
 
+bool isTrueAt(const Json& state, const char* key)
+{
+    const auto value = state.find(key);
+    return value != state.end() && value->is_boolean() && value->get<bool>();
+}
+
 bool isEasing(const Json& state)
 {
     const auto paused = state.find("paused");
-    const auto slow = state.find("slowActive");
-    return (paused != state.end() && paused->is_array() && !paused->empty()) ||
-           (slow != state.end() && slow->is_boolean() && slow->get<bool>());
+    return (paused != state.end() && paused->is_array() && !paused->empty()) || isTrueAt(state, "slowActive");
 }
 
 void judge(Json& state, bool hot, const std::string& time)
@@ -59,6 +63,16 @@ Json checkedState(Json previous, const MachineSample& sample, Instant now)
     state.erase("memoryReliefTip");
     if (isSwapCritical(sample) && isEasing(state))
         state["memoryReliefTip"] = memoryReliefTip;
+    return state;
+}
+
+Json renewedState(Json previous, Instant now)
+{
+    Json state = std::move(previous);
+    const std::string time = isoText(now);
+    state["lastCheck"] = time;
+    state[isTrueAt(state, "hot") ? "lastHotAt" : "lastCoolAt"] = time;
+    state["updatedAt"] = time;
     return state;
 }
 

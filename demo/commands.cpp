@@ -59,26 +59,34 @@ Outcome enable(const Invocation& invocation)
     return applied({.writes = {storing(managed, path)}});
 }
 
-Outcome disable(const Invocation& invocation)
+/// Lets everything run again that is held or slowed; invents no state where there is none.
+FileChanges letGo(const StateFiles& files, Instant now, bool withTip)
 {
-    const std::filesystem::path path = StateFiles(invocation.dataHome).managed();
-    Json managed = readObject(path).value_or(Json::object());
-    managed["disabledAt"] = isoText(invocation.now);
-    return applied({.writes = {storing(managed, path)}});
-}
-
-Outcome unloadListed(const Invocation& invocation)
-{
-    const StateFiles files(invocation.dataHome);
     FileChanges changes{.writes = {storing(idleThrottle(), files.throttle())}};
     if (std::optional<Json> state = readObject(files.heatState())) {
         (*state)["paused"] = Json::array();
         (*state)["slowActive"] = false;
-        (*state)["updatedAt"] = isoText(invocation.now);
-        state->erase("memoryReliefTip");
+        (*state)["updatedAt"] = isoText(now);
+        if (withTip)
+            state->erase("memoryReliefTip");
         changes.writes.push_back(storing(*state, files.heatState()));
     }
+    return changes;
+}
+
+Outcome disable(const Invocation& invocation)
+{
+    const StateFiles files(invocation.dataHome);
+    Json managed = readObject(files.managed()).value_or(Json::object());
+    managed["disabledAt"] = isoText(invocation.now);
+    FileChanges changes = letGo(files, invocation.now, false);
+    changes.writes.push_back(storing(managed, files.managed()));
     return applied(changes);
+}
+
+Outcome unloadListed(const Invocation& invocation)
+{
+    return applied(letGo(StateFiles(invocation.dataHome), invocation.now, true));
 }
 
 bool isEntry(const Json& entry, const std::string& id)
@@ -124,7 +132,7 @@ Outcome uninstall(const Invocation& invocation)
 {
     const StateFiles files(invocation.dataHome);
     return applied({.removals = {launchAgentPath(invocation.launchAgents), files.heatState(), files.managed(),
-                                 files.protectMode(), files.throttle()}});
+                                 files.protectMode(), files.throttle(), files.tour()}});
 }
 
 Outcome listScenarios(const Invocation&)
@@ -135,15 +143,57 @@ Outcome listScenarios(const Invocation&)
     return outcome;
 }
 
+std::optional<FileChanges> scenarioChanges(const Invocation& invocation)
+{
+    return scenario(invocation.operand, {.dataHome = invocation.dataHome,
+                                         .launchAgents = invocation.launchAgents,
+                                         .tool = invocation.tool,
+                                         .now = invocation.now});
+}
+
+Outcome unknownScenario(const Invocation& invocation)
+{
+    return {.status = misused, .text = "unknown scenario '" + invocation.operand + "'"};
+}
+
 Outcome playScenario(const Invocation& invocation)
 {
-    const auto changes = scenario(invocation.operand, {.dataHome = invocation.dataHome,
-                                                       .launchAgents = invocation.launchAgents,
-                                                       .tool = invocation.tool,
-                                                       .now = invocation.now});
+    const auto changes = scenarioChanges(invocation);
+    return changes ? applied(*changes) : unknownScenario(invocation);
+}
+
+Outcome beginTour(const Invocation& invocation)
+{
+    std::optional<FileChanges> changes = scenarioChanges(invocation);
     if (!changes)
-        return {.status = misused, .text = "unknown scenario '" + invocation.operand + "'"};
+        return unknownScenario(invocation);
+    changes->writes.push_back(storing(Json::object(), StateFiles(invocation.dataHome).tour()));
     return applied(*changes);
+}
+
+bool isThere(const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
+Outcome refresh(const Invocation& invocation)
+{
+    const std::filesystem::path path = StateFiles(invocation.dataHome).heatState();
+    const std::optional<Json> state = readObject(path);
+    if (!state || !isThere(launchAgentPath(invocation.launchAgents)))
+        return {};
+    return applied({.writes = {storing(renewedState(*state, invocation.now), path)}});
+}
+
+Outcome goOnWithTour(const Invocation& invocation)
+{
+    if (isThere(StateFiles(invocation.dataHome).tour()))
+        return playScenario(invocation);
+    Outcome outcome = refresh(invocation);
+    if (outcome.status == 0)
+        outcome.text = "the tour is over\n";
+    return outcome;
 }
 
 Outcome showDashboard(const Invocation& invocation)
@@ -158,7 +208,11 @@ struct Folders {
     bool launchAgents = false;
 };
 
-enum class Effect { reads, changes };
+enum class Effect {
+    reads,
+    plays,    ///< changes the state as a tour does by itself
+    changes,  ///< changes the state as a person asks, which ends a tour
+};
 
 struct Command {
     std::string_view usage;  // words as they are typed; a word in capitals stands for the operand
@@ -173,7 +227,7 @@ constexpr Folders data{.dataHome = true};
 constexpr Folders agents{.launchAgents = true};
 constexpr Folders both{.dataHome = true, .launchAgents = true};
 
-constexpr std::array<Command, 12> commands{{
+constexpr std::array<Command, 15> commands{{
     {"check", "sample load and swap and judge them", Effect::changes, data, check},
     {"enable", "switch Protection on", Effect::changes, data, enable},
     {"disable", "switch Protection off", Effect::changes, data, disable},
@@ -185,6 +239,10 @@ constexpr std::array<Command, 12> commands{{
     {"serve", "show the state in a browser, at http://127.0.0.1:8280", Effect::reads, data, showDashboard},
     {"scenario", "list the situations that can be played", Effect::reads, none, listScenarios},
     {"scenario NAME", "play a situation", Effect::changes, both, playScenario},
+    {"tour begin NAME", "play a situation as the first of a tour", Effect::plays, both, beginTour},
+    {"tour NAME", "play the next, unless another command has changed the state since: then refresh", Effect::plays,
+     both, goOnWithTour},
+    {"refresh", "renew the time of the last check, if the launch agent is installed", Effect::plays, both, refresh},
     {"help", "show this list", Effect::reads, none, help},
 }};
 
@@ -259,9 +317,13 @@ Outcome run(const Command& command, const Invocation& invocation)
 {
     if (const auto missing = missingFolder(command.needs, invocation))
         return {.status = misused, .text = *missing};
+    std::error_code ignored;
     if (command.effect == Effect::reads || invocation.dataHome.empty())
         return command.run(invocation);
-    const FolderLock lock(StateFiles(invocation.dataHome).folder());
+    const StateFiles files(invocation.dataHome);
+    const FolderLock lock(files.folder());
+    if (command.effect == Effect::changes)
+        std::filesystem::remove(files.tour(), ignored);
     return command.run(invocation);
 }
 

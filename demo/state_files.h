@@ -22,6 +22,8 @@ public:
     std::filesystem::path managed() const { return folder_ / "managed.json"; }
     std::filesystem::path protectMode() const { return folder_ / "protect-mode.json"; }
     std::filesystem::path throttle() const { return folder_ / "throttle.json"; }
+    /// There while a tour goes on.
+    std::filesystem::path tour() const { return folder_ / "tour.json"; }
 
 private:
     std::filesystem::path folder_;

@@ -69,7 +69,7 @@ QString commandLineHelp()
         "  --headless DIR      write menu-bar.png, panel.png and status.json into DIR and exit; needs no display\n"
         "  --demo [SCENARIO]   try it on a scratch home folder with a stand-in checker; without a scenario it plays\n"
         "                      calm, overload, holding, easing, false-heat, swap-critical, set-aside, stale,\n"
-        "                      protection-off and not-set-up in turn\n"
+        "                      protection-off and not-set-up in turn, until somebody changes something\n"
         "  --version           print the version and exit\n"
         "  --help              print this and exit\n");
 }

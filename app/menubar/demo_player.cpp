@@ -1,11 +1,11 @@
 #include "demo_player.h"
 
+#include <system_error>
+
 namespace quenchly {
 namespace {
 
-constexpr int toolTimeout = 5000;              // milliseconds
-constexpr int sceneLength = 10'000;            // milliseconds
-constexpr int singleSceneRepetition = 30'000;  // milliseconds, well below the age at which a state is stale
+constexpr int toolTimeout = 5000;  // milliseconds
 
 QProcessEnvironment processEnvironment(const System& system)
 {
@@ -17,54 +17,81 @@ QProcessEnvironment processEnvironment(const System& system)
 
 }  // namespace
 
-std::filesystem::path DemoPlayer::tool(const System& system)
+std::filesystem::path DemoPlayer::tool(const std::filesystem::path& executableFolder)
 {
-    return system.executableFolder.parent_path() / "demo" / "quenchly";
+    const std::filesystem::path prefix = executableFolder.parent_path();
+    std::error_code ignored;
+    std::filesystem::path installed = prefix / QUENCHLY_DEMO_TOOL;
+    return std::filesystem::exists(installed, ignored) ? installed : prefix / "demo" / "quenchly";
 }
 
 void DemoPlayer::adapt(System& system)
 {
     system.environment["QUENCHLY_HOME"] = system.homeFolder / "Library/Application Support/Quenchly";
     system.environment["QUENCHLY_LAUNCH_AGENTS"] = system.launchAgentsFolder;
-    system.executableFolder = tool(system).parent_path();
+    system.executableFolder = tool(system.executableFolder).parent_path();
     system.sampleMetrics = [](bool) { return std::optional<LastMetrics>(); };
 }
 
-DemoPlayer::DemoPlayer(const System& system, const QString& scenario)
-    : tool_(QString::fromStdString((system.executableFolder / "quenchly").string()))
+DemoPlayer::DemoPlayer(const System& system, const QString& scenario, const Pace& pace)
+    : pace_(pace), tool_(QString::fromStdString((system.executableFolder / "quenchly").string()))
 {
     process_.setProcessEnvironment(processEnvironment(system));
     process_.setStandardInputFile(QProcess::nullDevice());
     process_.setProcessChannelMode(QProcess::SeparateChannels);
     if (!scenario.isEmpty())
         scenarios_ = {scenario};
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { playNext(); });
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { goOn(); });
+    QObject::connect(&process_, &QProcess::finished, &timer_, [this] { follow(); });
+}
+
+DemoPlayer::~DemoPlayer()
+{
+    // What it writes must be there before the home folder is removed.
+    if (process_.state() != QProcess::NotRunning && !process_.waitForFinished(toolTimeout))
+        process_.kill();
 }
 
 QString DemoPlayer::begin()
 {
-    if (scenarios_.isEmpty()) {
-        run({QStringLiteral("scenario")});
-        process_.waitForFinished(toolTimeout);
-        scenarios_ = QString::fromUtf8(process_.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    }
+    if (scenarios_.isEmpty())
+        listScenarios();
     if (scenarios_.isEmpty())
         return QStringLiteral("the stand-in checker cannot be run: %1").arg(tool_);
-    playNext();
+    run({QStringLiteral("tour"), QStringLiteral("begin"), scenarios_.first()});
     if (!process_.waitForFinished(toolTimeout))
         return QStringLiteral("the stand-in checker cannot be run: %1").arg(tool_);
     if (process_.exitCode() != 0)
         return QString::fromUtf8(process_.readAllStandardError()).trimmed();
-    timer_.start(scenarios_.size() == 1 ? singleSceneRepetition : sceneLength);
+    next_ = 1;
+    timer_.start(scenarios_.size() == 1 ? pace_.singleScene : pace_.tour);
     return {};
 }
 
-void DemoPlayer::playNext()
+void DemoPlayer::listScenarios()
+{
+    run({QStringLiteral("scenario")});
+    process_.waitForFinished(toolTimeout);
+    scenarios_ = QString::fromUtf8(process_.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+void DemoPlayer::goOn()
 {
     if (process_.state() != QProcess::NotRunning)
         return;
-    run({QStringLiteral("scenario"), scenarios_.at(next_)});
-    next_ = (next_ + 1) % scenarios_.size();
+    if (!touring_)
+        return run({QStringLiteral("refresh")});
+    run({QStringLiteral("tour"), scenarios_.at(next_ % scenarios_.size())});
+    ++next_;
+}
+
+void DemoPlayer::follow()
+{
+    // Only the tool can tell for sure, while nobody else changes the state.
+    if (!touring_ || !process_.peek(64).startsWith("the tour is over"))
+        return;
+    touring_ = false;
+    timer_.start(pace_.checks);
 }
 
 void DemoPlayer::run(const QStringList& arguments)

@@ -3,6 +3,7 @@
 #include <clocale>
 #include <cstdio>
 #include <optional>
+#include <system_error>
 
 #include "application_policy.h"
 #include "command_line.h"
@@ -53,8 +54,9 @@ void prepareEnvironment(bool headless)
 /// The home folder to use instead of the user's; a demo gets a fresh one when none is given.
 std::optional<std::filesystem::path> homeFolder(const CommandLine& line, std::optional<QTemporaryDir>& scratch)
 {
+    std::error_code ignored;
     if (line.home)
-        return line.home->toStdString();
+        return std::filesystem::absolute(line.home->toStdString(), ignored);
     if (!line.demo)
         return std::nullopt;
     return scratch.emplace().path().toStdString();

@@ -340,8 +340,9 @@ TEST_F(StandInChecker, HelpNamesEveryCommandAndNeedsNoFolder)
     const Result result = run({"help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
-    for (const char* command : {"check", "enable", "disable", "unload-listed", "quarantine ack ID", "install-agent",
-                                "remove-agent", "uninstall --yes", "serve", "scenario NAME", "help"})
+    for (const char* command :
+         {"check", "enable", "disable", "unload-listed", "quarantine ack ID", "install-agent", "remove-agent",
+          "uninstall --yes", "serve", "scenario NAME", "tour begin NAME", "tour NAME", "refresh", "help"})
         EXPECT_NE(result.output.find("quenchly " + std::string(command)), std::string::npos) << command;
 }
 
@@ -492,17 +493,32 @@ TEST_F(StandInChecker, DisableStampsTheTimeAndEnableTakesItAway)
     EXPECT_EQ(parsed(stateFile("managed.json")), json::object());
 }
 
+TEST_F(StandInChecker, DisableLetsEverythingGo)
+{
+    writeHeat(heldState());
+    writeText(stateFile("throttle.json"), R"({"level": 2, "targets": [{"label": "ollama"}]})");
+    succeed({"disable"});
+    json expected = heldState();
+    expected["paused"] = json::array();
+    expected["slowActive"] = false;
+    expected["updatedAt"] = heat().at("updatedAt");
+    EXPECT_EQ(heat(), expected);
+    EXPECT_EQ(parsed(stateFile("throttle.json")).at("level"), 0);
+}
+
 TEST_F(StandInChecker, ProtectionKeepsOtherKeysAndOtherFiles)
 {
-    succeed({"scenario", "holding"});
-    const std::string before = contentsOf(heatFile());
+    succeed({"scenario", "set-aside"});
+    const json before = heat();
     writeText(stateFile("managed.json"), R"({"owner": "someone", "disabledAt": ""})");
     succeed({"disable"});
     EXPECT_EQ(parsed(stateFile("managed.json")).at("owner"), "someone");
     EXPECT_NE(parsed(stateFile("managed.json")).at("disabledAt"), "");
     succeed({"enable"});
     EXPECT_EQ(parsed(stateFile("managed.json")), json({{"owner", "someone"}}));
-    EXPECT_EQ(contentsOf(heatFile()), before);
+    json after = heat();
+    after["updatedAt"] = before.at("updatedAt");
+    EXPECT_EQ(after, before);
 }
 
 TEST_F(StandInChecker, ProtectionReplacesAnUnusableFile)
@@ -681,6 +697,114 @@ TEST_F(StandInChecker, TouchesNoProcess)
     succeed({"check"});
     succeed({"unload-listed"});
     SUCCEED() << "a signal would have ended or stopped this process";
+}
+
+// Tours
+
+TEST_F(StandInChecker, ATourGoesFromSituationToSituation)
+{
+    succeed({"tour", "begin", "holding"});
+    EXPECT_EQ(heat().at("paused").size(), 2U);
+    succeed({"tour", "not-set-up"});
+    EXPECT_FALSE(fs::exists(plist()));
+    succeed({"refresh"});
+    succeed({"tour", "set-aside"});
+    EXPECT_EQ(heat().at("quarantined").size(), 4U);
+    EXPECT_TRUE(fs::exists(plist()));
+}
+
+TEST_F(StandInChecker, WhatAnybodyChangesEndsATourAndStands)
+{
+    for (const Words& change : {Words{"check"},
+                                {"enable"},
+                                {"disable"},
+                                {"unload-listed"},
+                                {"quarantine", "ack", "ollama-serve"},
+                                {"install-agent"},
+                                {"remove-agent"},
+                                {"scenario", "calm"}}) {
+        succeed({"tour", "begin", "set-aside"});
+        succeed(change);
+        const json state = heat();
+        const json managed = parsed(stateFile("managed.json"));
+        const bool installed = fs::exists(plist());
+        const Result next = run({"tour", "holding"});
+        EXPECT_EQ(next.status, 0);
+        EXPECT_EQ(next.output, "the tour is over\n") << change.front();
+        json after = heat();
+        if (installed) {
+            EXPECT_GT(after.at("lastCheck"), state.at("lastCheck")) << change.front();
+        }
+        for (const char* time : {"lastCheck", "lastHotAt", "lastCoolAt", "updatedAt"})
+            if (state.contains(time))
+                after[time] = state.at(time);
+        EXPECT_EQ(after, state) << change.front();
+        EXPECT_EQ(parsed(stateFile("managed.json")), managed) << change.front();
+        EXPECT_EQ(fs::exists(plist()), installed) << change.front();
+    }
+}
+
+TEST_F(StandInChecker, ALookDoesNotEndATour)
+{
+    succeed({"tour", "begin", "calm"});
+    run({"help"});
+    run({"scenario"});
+    run({"explode"});
+    succeed({"tour", "holding"});
+    EXPECT_EQ(heat().at("paused").size(), 2U);
+}
+
+TEST_F(StandInChecker, ATourThatRunsWhileSomebodyActsNeverUndoesIt)
+{
+    for (int i = 0; i < 40; ++i) {
+        succeed({"tour", "begin", "calm"});
+        Child tour = start({"tour", "overload"});
+        succeed({"disable"});
+        EXPECT_EQ(tour.finish().status, 0);
+        EXPECT_TRUE(parsed(stateFile("managed.json")).contains("disabledAt"));
+    }
+}
+
+TEST_F(StandInChecker, ATourLeavesNothingBehindAnUninstall)
+{
+    succeed({"tour", "begin", "calm"});
+    succeed({"uninstall", "--yes"});
+    EXPECT_TRUE(files().empty());
+    EXPECT_EQ(run({"tour", "holding"}).output, "the tour is over\n");
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(StandInChecker, AnUnknownSituationBeginsNoTour)
+{
+    expectRefusal({"tour", "begin", "quiet"}, 2, "unknown scenario 'quiet'");
+    expectRefusal({"tour"}, 2, "usage: quenchly tour");
+    EXPECT_TRUE(files().empty());
+}
+
+// Refresh
+
+TEST_F(StandInChecker, RefreshRenewsTheTimesOnly)
+{
+    writeHeat(heldState());
+    succeed({"install-agent"});
+    succeed({"refresh"});
+    json expected = heldState();
+    const std::string time = heat().at("lastCheck");
+    EXPECT_LT(ageInSeconds(time), 10);
+    for (const char* renewed : {"lastCheck", "lastHotAt", "updatedAt"})
+        expected[renewed] = time;
+    EXPECT_EQ(heat(), expected);
+}
+
+TEST_F(StandInChecker, NothingIsRefreshedWhereNoCheckWouldRun)
+{
+    writeHeat(heldState());
+    succeed({"refresh"});
+    EXPECT_EQ(heat(), heldState());
+    fs::remove(heatFile());
+    succeed({"install-agent"});
+    succeed({"refresh"});
+    EXPECT_FALSE(fs::exists(heatFile()));
 }
 
 // Scenarios
