@@ -11,6 +11,7 @@
 #include "headless.h"
 #include "menu_bar_application.h"
 #include "product.h"
+#include "quit_signals.h"
 #include "single_instance.h"
 #include "system.h"
 
@@ -70,6 +71,9 @@ int runInMenuBar(System system)
             return 0;
         case SingleInstance::Outcome::unreachable:
             return fail(QStringLiteral("another one runs but does not answer"));
+        case SingleInstance::Outcome::deaf:
+            fail(QStringLiteral("starting it again will not open its panel: %1").arg(instance.problem()));
+            break;
         case SingleInstance::Outcome::first:
             break;
     }
@@ -83,6 +87,7 @@ int runInMenuBar(System system)
 
 int run(const CommandLine& line)
 {
+    const QuitSignals quitSignals;
     std::optional<QTemporaryDir> scratch;
     System system = makeSystem(homeFolder(line, scratch));
     std::optional<DemoPlayer> player;

@@ -1,10 +1,12 @@
 #include "single_instance.h"
 
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <QCryptographicHash>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLocalSocket>
 #include <QThread>
 
@@ -13,26 +15,30 @@ namespace {
 
 constexpr int answerTimeout = 2000;  // milliseconds
 constexpr int retryInterval = 20;    // milliseconds
+constexpr QLatin1String socketEnding(".socket");
 
-QString runtimeFolder()
+bool fitsIntoSocketAddress(const QString& path)
 {
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return QDir(folder).exists() && !folder.isEmpty() ? folder : QDir::tempPath();
+    return QFile::encodeName(path).size() < static_cast<qsizetype>(sizeof sockaddr_un().sun_path);
 }
 
-/// The path of a local socket may have some 100 bytes, so the home folder's name goes in as a digest.
-QString pathFor(const QString& homeFolder, const QString& ending)
+/// The home folder's name goes in as a digest, so that it can be of any length.
+QString stemFor(const QString& homeFolder)
 {
     const QByteArray digest =
         QCryptographicHash::hash(QDir::cleanPath(homeFolder).toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
-    return QStringLiteral("%1/quenchly-menubar-%2-%3.%4")
-        .arg(runtimeFolder(), QString::number(getuid()), QString::fromLatin1(digest), ending);
+    const QString name =
+        QStringLiteral("/quenchly-menubar-%1-%2").arg(QString::number(getuid()), QString::fromLatin1(digest));
+    for (const QString& folder : {qEnvironmentVariable("XDG_RUNTIME_DIR"), QDir::tempPath()})
+        if (!folder.isEmpty() && QDir(folder).exists() && fitsIntoSocketAddress(folder + name + socketEnding))
+            return folder + name;
+    return QStringLiteral("/tmp") + name;
 }
 
 }  // namespace
 
 SingleInstance::SingleInstance(const QString& homeFolder)
-    : socketPath_(pathFor(homeFolder, QStringLiteral("socket"))), lock_(pathFor(homeFolder, QStringLiteral("lock")))
+    : stem_(stemFor(homeFolder)), lock_(stem_ + QStringLiteral(".lock"))
 {
     lock_.setStaleLockTime(0);  // a program that runs for weeks still holds its lock; a dead one's is taken over anyway
     server_.setSocketOptions(QLocalServer::UserAccessOption);
@@ -44,13 +50,12 @@ SingleInstance::Outcome SingleInstance::claim(const QString& activationToken)
     QElapsedTimer waited;
     waited.start();
     do {
-        if (lock_.tryLock(0)) {
-            QLocalServer::removeServer(socketPath_);
-            server_.listen(socketPath_);
-            return Outcome::first;
+        if (lock_.tryLock(0))
+            return listen();
+        if (lock_.error() != QLockFile::LockFailedError) {
+            problem_ = QStringLiteral("cannot write %1.lock").arg(stem_);
+            return Outcome::deaf;  // better two programs than none
         }
-        if (lock_.error() != QLockFile::LockFailedError)
-            return Outcome::first;  // nothing can be written there: better two programs than none
         if (handOver(activationToken))
             return Outcome::handedOver;
         QThread::msleep(retryInterval);  // the first one may hold the lock and not listen yet
@@ -58,10 +63,19 @@ SingleInstance::Outcome SingleInstance::claim(const QString& activationToken)
     return Outcome::unreachable;
 }
 
+SingleInstance::Outcome SingleInstance::listen()
+{
+    QLocalServer::removeServer(stem_ + socketEnding);
+    if (server_.listen(stem_ + socketEnding))
+        return Outcome::first;
+    problem_ = QStringLiteral("cannot listen on %1: %2").arg(stem_ + socketEnding, server_.errorString());
+    return Outcome::deaf;
+}
+
 bool SingleInstance::handOver(const QString& activationToken)
 {
     QLocalSocket socket;
-    socket.connectToServer(socketPath_);
+    socket.connectToServer(stem_ + socketEnding);
     if (!socket.waitForConnected(answerTimeout))
         return false;
     socket.write(activationToken.toUtf8() + '\n');

@@ -15,26 +15,34 @@ class SingleInstance : public QObject {
 public:
     enum class Outcome {
         first,        ///< this is the one that runs
+        deaf,         ///< this is the one that runs, but a second start cannot reach it
         handedOver,   ///< another runs and was asked to open its panel
         unreachable,  ///< another runs but does not listen
     };
 
+    /// Its files go into the session's runtime folder, or, where that is missing or its name too long for a socket,
+    /// into the folder for temporary files.
     explicit SingleInstance(const QString& homeFolder);
 
     /// Becomes the one that runs, or hands over to it together with an activation token (empty when there is none).
     Outcome claim(const QString& activationToken);
+
+    /// Why it is deaf, in a line.
+    const QString& problem() const { return problem_; }
 
 Q_SIGNALS:
     /// A second start asks for the panel.
     void openRequested(const QString& activationToken);
 
 private:
+    Outcome listen();
     bool handOver(const QString& activationToken);
     void receive();
 
-    QString socketPath_;
+    QString stem_;
     QLockFile lock_;
     QLocalServer server_;
+    QString problem_;
 };
 
 }  // namespace quenchly

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QImage>
 #include <QProcess>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "program.h"
@@ -104,37 +106,128 @@ TEST(Application, VersionAndHelpNeedNoDisplay)
     EXPECT_EQ(run.errors.rfind("quenchly-menubar: no display", 0), 0U) << run.errors;
 }
 
-TEST(Application, ASecondStartHandsOverToTheFirstAndPrintsNothing)
-{
-    const testing::ScratchFolder home;
-    const fs::path runtime = home.makeFolder("runtime");
-    fs::permissions(runtime, fs::perms::owner_all);
-    const std::map<std::string, std::string> variables{{"XDG_RUNTIME_DIR", runtime.string()},
-                                                       {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"}};
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const auto& [name, value] : variables)
-        environment.insert(QString::fromStdString(name), QString::fromStdString(value));
-    QProcess first;
-    first.setProcessEnvironment(environment);
-    first.start(QStringLiteral(QUENCHLY_MENUBAR_PATH), {QStringLiteral("--home"), q(home.path())});
-    ASSERT_TRUE(first.waitForStarted());
-    const auto listens = [&] {
+/// The application, running with a runtime folder and a folder for temporary files of its own.
+class RunningApplicationTest : public ::testing::Test {
+protected:
+    void SetUp() override { fs::permissions(scratch.makeFolder("runtime"), fs::perms::owner_all); }
+
+    ~RunningApplicationTest() override
+    {
+        application.kill();
+        application.waitForFinished();
+    }
+
+    void start(const QString& program, const QStringList& arguments)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const auto& [name, value] : variables)
+            environment.insert(QString::fromStdString(name), QString::fromStdString(value));
+        application.setProcessEnvironment(environment);
+        application.start(program, arguments);
+        ASSERT_TRUE(application.waitForStarted());
+        while (!listens() && !application.waitForFinished(20)) {
+        }
+        ASSERT_EQ(application.state(), QProcess::Running) << application.readAllStandardError().toStdString();
+    }
+
+    void start(const QStringList& arguments) { start(QStringLiteral(QUENCHLY_MENUBAR_PATH), arguments); }
+
+    bool listens() const
+    {
         for (const auto& entry : fs::directory_iterator(runtime))
             if (entry.path().extension() == ".socket")
                 return true;
         return false;
-    };
-    while (!listens() && !first.waitForFinished(20)) {
     }
-    ASSERT_EQ(first.state(), QProcess::Running) << first.readAllStandardError().toStdString();
 
-    const ProgramRun second = runApplication({QStringLiteral("--home"), q(home.path())}, variables);
+    void signal(int number) const { ASSERT_EQ(::kill(static_cast<pid_t>(application.processId()), number), 0); }
+
+    void expectACleanEnd()
+    {
+        ASSERT_TRUE(application.waitForFinished());
+        EXPECT_EQ(application.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(application.exitCode(), 0);
+        EXPECT_TRUE(fs::is_empty(runtime));
+        EXPECT_TRUE(fs::is_empty(temporary));
+    }
+
+    testing::ScratchFolder scratch;
+    fs::path home = scratch.makeFolder("home");
+    fs::path runtime = scratch / "runtime";
+    fs::path temporary = scratch.makeFolder("temporary");
+    std::map<std::string, std::string> variables{{"XDG_RUNTIME_DIR", runtime.string()},
+                                                 {"TMPDIR", temporary.string()},
+                                                 {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"}};
+    QProcess application;
+};
+
+TEST_F(RunningApplicationTest, ASecondStartHandsOverToTheFirstAndPrintsNothing)
+{
+    start({QStringLiteral("--home"), q(home)});
+    const ProgramRun second = runApplication({QStringLiteral("--home"), q(home)}, variables);
     EXPECT_EQ(second.exitStatus, 0);
     EXPECT_EQ(second.output, "");
     EXPECT_EQ(second.errors, "");
-    EXPECT_EQ(first.state(), QProcess::Running);
-    first.terminate();
-    EXPECT_TRUE(first.waitForFinished());
+    EXPECT_EQ(application.state(), QProcess::Running);
+}
+
+TEST_F(RunningApplicationTest, EachSignalThatEndsProgramsLeavesNothingBehind)
+{
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        start({QStringLiteral("--demo"), QStringLiteral("holding")});
+        EXPECT_FALSE(fs::is_empty(temporary));
+        signal(number);
+        expectACleanEnd();
+    }
+}
+
+TEST_F(RunningApplicationTest, AHangupThatWasIgnoredStaysIgnored)
+{
+    start(QStringLiteral("/bin/sh"),
+          {QStringLiteral("-c"), QStringLiteral("trap '' HUP; exec \"$@\""), QStringLiteral("sh"),
+           QStringLiteral(QUENCHLY_MENUBAR_PATH), QStringLiteral("--home"), q(home)});
+    signal(SIGHUP);
+    EXPECT_EQ(runApplication({QStringLiteral("--home"), q(home)}, variables).exitStatus, 0);
+    EXPECT_EQ(application.state(), QProcess::Running);
+    signal(SIGTERM);
+    expectACleanEnd();
+}
+
+TEST_F(RunningApplicationTest, ATrialsDashboardEndsWithIt)
+{
+    variables["QUENCHLY_DASHBOARD_PORT"] = "0";
+    start({QStringLiteral("--demo"), QStringLiteral("calm")});
+    fs::path data;
+    for (const auto& entry : fs::recursive_directory_iterator(temporary))
+        if (entry.path().filename() == "state")
+            data = entry.path().parent_path();
+    QProcess dashboard;
+    QProcessEnvironment environment = application.processEnvironment();
+    environment.insert(QStringLiteral("QUENCHLY_HOME"), q(data));
+    dashboard.setProcessEnvironment(environment);
+    dashboard.start(QStringLiteral(QUENCHLY_DEMO_TOOL_PATH), {QStringLiteral("serve")});
+    ASSERT_TRUE(dashboard.waitForReadyRead());
+    signal(SIGTERM);
+    expectACleanEnd();
+    EXPECT_TRUE(dashboard.waitForFinished());
+    EXPECT_EQ(dashboard.exitCode(), 0);
+}
+
+TEST_F(RunningApplicationTest, WhereItCannotBeReachedItSaysSoAndRuns)
+{
+    variables["XDG_RUNTIME_DIR"] = "/proc";
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const auto& [name, value] : variables)
+        environment.insert(QString::fromStdString(name), QString::fromStdString(value));
+    application.setProcessEnvironment(environment);
+    application.start(QStringLiteral(QUENCHLY_MENUBAR_PATH), {QStringLiteral("--home"), q(home)});
+    application.setReadChannel(QProcess::StandardError);
+    std::string line;  // Qt has words to say before it
+    while (line.rfind("quenchly-menubar: ", 0) != 0 && (application.canReadLine() || application.waitForReadyRead()))
+        line = application.readLine().toStdString();
+    EXPECT_EQ(line.rfind("quenchly-menubar: starting it again will not open its panel: cannot write /proc/", 0), 0U)
+        << line;
+    EXPECT_EQ(application.state(), QProcess::Running);
 }
 
 }  // namespace

@@ -21,7 +21,23 @@ protected:
     SingleInstanceTest() { qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(runtime.path().string())); }
     ~SingleInstanceTest() override
     {
-        before.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", before);
+        restore("XDG_RUNTIME_DIR", runtimeBefore);
+        restore("TMPDIR", temporaryBefore);
+    }
+
+    static void restore(const char* variable, const QByteArray& value)
+    {
+        value.isNull() ? qunsetenv(variable) : qputenv(variable, value);
+    }
+
+    void expectASecondStartToReach(SingleInstance& first) const
+    {
+        QSignalSpy requests(&first, &SingleInstance::openRequested);
+        Outcome second = Outcome::unreachable;
+        std::thread other([&] { second = SingleInstance(home).claim({}); });
+        EXPECT_TRUE(requests.wait(60'000));
+        other.join();
+        EXPECT_EQ(second, Outcome::handedOver);
     }
 
     fs::path socketPath() const
@@ -33,7 +49,8 @@ protected:
     }
 
     testing::ScratchFolder runtime;
-    QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+    QByteArray runtimeBefore = qgetenv("XDG_RUNTIME_DIR");
+    QByteArray temporaryBefore = qgetenv("TMPDIR");
     QString home = QStringLiteral("/home/someone");
 };
 
@@ -87,10 +104,53 @@ TEST_F(SingleInstanceTest, AFirstThatListensAMomentLaterIsReached)
     EXPECT_EQ(second, Outcome::handedOver);
 }
 
-TEST_F(SingleInstanceTest, WhereNothingCanBeWrittenEachStartRuns)
+TEST_F(SingleInstanceTest, WhereNothingCanBeWrittenEachStartRunsAndSaysWhy)
 {
     qputenv("XDG_RUNTIME_DIR", "/proc");  // read-only even for root
-    EXPECT_EQ(SingleInstance(home).claim({}), Outcome::first);
+    SingleInstance alone(home);
+    EXPECT_EQ(alone.claim({}), Outcome::deaf);
+    EXPECT_TRUE(alone.problem().startsWith(QStringLiteral("cannot write /proc/quenchly-menubar-")))
+        << alone.problem().toStdString();
+}
+
+TEST_F(SingleInstanceTest, WhereNoSocketCanBeMadeItRunsAndSaysWhy)
+{
+    fs::path socket;
+    {
+        SingleInstance first(home);  // only to learn the name
+        ASSERT_EQ(first.claim({}), Outcome::first);
+        socket = socketPath();
+    }
+    fs::create_directory(socket);
+    SingleInstance alone(home);
+    EXPECT_EQ(alone.claim({}), Outcome::deaf);
+    EXPECT_TRUE(alone.problem().startsWith(QStringLiteral("cannot listen on ") + QString::fromStdString(socket)))
+        << alone.problem().toStdString();
+}
+
+TEST_F(SingleInstanceTest, ARuntimeFolderWithATooLongNameIsReplacedByTheTemporaryOne)
+{
+    const fs::path temporary = runtime.makeFolder("t");
+    const fs::path longNamed = runtime.makeFolder(std::string(100, 'x'));
+    qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(longNamed.string()));
+    qputenv("TMPDIR", QByteArray::fromStdString(temporary.string()));
+    SingleInstance first(home);
+    EXPECT_EQ(first.claim({}), Outcome::first);
+    EXPECT_TRUE(fs::is_empty(longNamed));
+    EXPECT_FALSE(fs::is_empty(temporary));
+    expectASecondStartToReach(first);
+}
+
+TEST_F(SingleInstanceTest, WhereEveryNameIsTooLongItIsStillReached)
+{
+    const fs::path longNamed = runtime.makeFolder(std::string(100, 'x'));
+    qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(longNamed.string()));
+    qputenv("TMPDIR", QByteArray::fromStdString(longNamed.string()));
+    home = QString::fromStdString(runtime.path());  // nobody else's, as the files go into /tmp
+    SingleInstance first(home);
+    EXPECT_EQ(first.claim({}), Outcome::first);
+    EXPECT_TRUE(fs::is_empty(longNamed));
+    expectASecondStartToReach(first);
 }
 
 TEST_F(SingleInstanceTest, ItLeavesNothingBehind)
