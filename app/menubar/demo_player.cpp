@@ -2,6 +2,8 @@
 
 #include <system_error>
 
+#include "demo_processes.h"
+
 namespace quenchly {
 namespace {
 
@@ -27,10 +29,12 @@ std::filesystem::path DemoPlayer::tool(const std::filesystem::path& executableFo
 
 void DemoPlayer::adapt(System& system)
 {
-    system.environment["QUENCHLY_HOME"] = system.homeFolder / "Library/Application Support/Quenchly";
+    const std::filesystem::path dataHome = system.homeFolder / "Library/Application Support/Quenchly";
+    system.environment["QUENCHLY_HOME"] = dataHome;
     system.environment["QUENCHLY_LAUNCH_AGENTS"] = system.launchAgentsFolder;
     system.executableFolder = tool(system.executableFolder).parent_path();
     system.sampleMetrics = [](bool) { return std::optional<LastMetrics>(); };
+    system.makeProcesses = [dataHome] { return makeDemoProcesses(dataHome); };
 }
 
 DemoPlayer::DemoPlayer(const System& system, const QString& scenario, const Pace& pace)

@@ -32,7 +32,7 @@ public:
     /// The stand-in tool shipped with a program in this folder.
     static std::filesystem::path tool(const std::filesystem::path& executableFolder);
 
-    /// Makes `system` find the stand-in tool, and its folders and figures instead of the machine's.
+    /// Makes `system` find the stand-in tool, and its folders, figures and processes instead of the machine's.
     static void adapt(System& system);
 
     /// Writes the first situation and waits for it. Empty on success, else what went wrong in one line.

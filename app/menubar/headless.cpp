@@ -26,7 +26,7 @@ QImage panelPicture(StateWatcher& watcher)
 {
     Updater updater(watcher.system());
     MenuPanel panel(watcher, updater, MenuPanel::Role::popup);
-    panel.setTargetRows(TargetScanner::rows(*watcher.system().processes, panel.targetSituation()));
+    panel.setTargetRows(TargetScanner::rows(*watcher.system().makeProcesses(), panel.targetSituation()));
     panel.showWhole();
     return panel.grab().toImage();
 }
