@@ -1,40 +1,100 @@
 #include "application_icon.h"
 
-#include <QLinearGradient>
-#include <QPainter>
-#include <QRectF>
+#include <QIconEngine>
+#include <QPixmap>
+#include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include "continuous_rect.h"
 #include "wind_glyph.h"
 
-namespace quenchly::ApplicationIcon {
+namespace quenchly {
 namespace {
 
-// In parts of the icon's side.
+// Shares of the icon's side.
 constexpr double cornerRadius = 0.2;
-constexpr double glyphWidth = 0.65;
 constexpr double glyphHeight = 0.75;
+constexpr double smallGlyphHeight = 0.875;
 
-constexpr QColor top{0x39, 0x49, 0x5A};
-constexpr QColor bottom{0x20, 0x2A, 0x33};
-constexpr QColor glyph{0xF7, 0xF1, 0xE4};
+constexpr double smallPixels = 24;
+
+constexpr double shadeAngle = 160.0;  // degrees clockwise from upwards
+constexpr QRgb shadeBegin = 0xFF39495A;
+constexpr QRgb shadeEnd = 0xFF202A33;
+constexpr QRgb glyphRgb = 0xFFF7F1E4;
+
+/// From corner to corner, so that both colours are reached just there.
+QLinearGradient shade(const QRectF& square)
+{
+    const double angle = shadeAngle * std::numbers::pi / 180;
+    const QPointF direction(std::sin(angle), -std::cos(angle));
+    const double length = square.width() * (std::abs(direction.x()) + std::abs(direction.y()));
+    QLinearGradient gradient(square.center() - direction * length / 2, square.center() + direction * length / 2);
+    gradient.setColorAt(0, QColor(shadeBegin));
+    gradient.setColorAt(1, QColor(shadeEnd));
+    return gradient;
+}
+
+class ApplicationIconEngine final : public QIconEngine {
+public:
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override
+    {
+        const int side = std::min(rect.width(), rect.height());
+        QRectF square(0, 0, side, side);
+        square.moveCenter(QRectF(rect).center());
+        painter->save();
+        paintApplicationIcon(*painter, square);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, picture.rect(), mode, state);
+        return picture;
+    }
+
+    QIconEngine* clone() const override { return new ApplicationIconEngine(*this); }
+};
 
 }  // namespace
 
-void paint(QPainter& painter, const QRectF& square)
+ApplicationIconShape applicationIconShape(const QRectF& square, double pixels)
 {
-    const double side = square.width();
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    QLinearGradient background(square.topLeft() + QPointF(0.33 * side, 0),
-                               square.topLeft() + QPointF(0.67 * side, side));
-    background.setColorAt(0, top);
-    background.setColorAt(1, bottom);
-    painter.fillPath(continuousRoundedRect(square, cornerRadius * side), background);
-    QRectF inner(0, 0, glyphWidth * side, glyphHeight * side);
-    inner.moveCenter(square.center());
-    painter.fillPath(WindGlyph::path(inner), glyph);
-    painter.restore();
+    const double margin = square.height() * (1 - (pixels > smallPixels ? glyphHeight : smallGlyphHeight)) / 2;
+    return {.plate = continuousRoundedRect(square, square.width() * cornerRadius),
+            .shade = shade(square),
+            .glyph = WindGlyph::path(square.adjusted(margin, margin, -margin, -margin)),
+            .glyphColor = QColor(glyphRgb)};
 }
 
-}  // namespace quenchly::ApplicationIcon
+void paintApplicationIcon(QPainter& painter, const QRectF& square)
+{
+    const double pixels = painter.deviceTransform().mapRect(square).width();
+    const ApplicationIconShape shape = applicationIconShape(square, pixels);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(shape.plate, shape.shade);
+    painter.fillPath(shape.glyph, shape.glyphColor);
+}
+
+QImage applicationIcon(int sidePoints, double scale)
+{
+    const int pixels = qRound(sidePoints * scale);
+    QImage picture(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    paintApplicationIcon(painter, picture.rect());
+    painter.end();
+    picture.setDevicePixelRatio(scale);
+    return picture;
+}
+
+QIcon applicationIcon()
+{
+    return QIcon(new ApplicationIconEngine);
+}
+
+}  // namespace quenchly

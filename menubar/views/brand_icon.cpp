@@ -46,7 +46,7 @@ void BrandIcon::paintEvent(QPaintEvent*)
     const QPainterPath corners = continuousRoundedRect(square, iconRadius);
     painter.save();
     painter.setClipPath(corners);
-    ApplicationIcon::paint(painter, square);
+    paintApplicationIcon(painter, square);
     painter.restore();
     const double inset = outlineWidth / 2;
     painter.setPen(QPen(PanelColors::faded(PanelColors::inkMuted, outlineOpacity), outlineWidth));
