@@ -4,6 +4,15 @@
 
 // What AppKit has, by Apple's documentation, and GNUstep 0.29's headers lack. Only this project vouches for these.
 constexpr NSCellImagePosition NSImageLeading = static_cast<NSCellImagePosition>(7);
+constexpr NSAlertStyle NSAlertStyleInformational = NSInformationalAlertStyle;
+
+@interface NSPasteboard (Gap)
+- (NSInteger)clearContents;
+@end
+
+@interface NSWorkspace (Gap)
+- (void)recycleURLs:(NSArray*)URLs completionHandler:(void (^)(NSDictionary* newURLs, NSError* error))handler;
+@end
 
 @interface NSApplication (Gap)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;

@@ -5,6 +5,11 @@
 #include <system_error>
 
 #include "cocoa_support.h"
+#include "confined_home.h"
+#include "pasteboard.h"
+#include "run_later.h"
+#include "settings_of_this_run.h"
+#include "sysctl_string.h"
 #include "system.h"
 #include "user_home.h"
 
@@ -23,6 +28,25 @@ std::filesystem::path mainExecutable()
 {
     @autoreleasepool {
         return utf8Text([[NSBundle mainBundle] executablePath]);
+    }
+}
+
+std::filesystem::path mainBundlePath()
+{
+    @autoreleasepool {
+        return utf8Text([[NSBundle mainBundle] bundlePath]);
+    }
+}
+
+std::map<std::string, std::string> textsOfMainBundle()
+{
+    @autoreleasepool {
+        std::map<std::string, std::string> texts;
+        NSDictionary* info = [[NSBundle mainBundle] infoDictionary];
+        for (NSString* key in info)
+            if (id value = [info objectForKey:key]; [value isKindOfClass:[NSString class]])
+                texts.emplace(utf8Text(key), utf8Text(value));
+        return texts;
     }
 }
 
@@ -63,21 +87,34 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
 {
     const std::filesystem::path home = homeFolder ? *homeFolder : userHomeFolder();
     const std::filesystem::path executable = mainExecutable();
-    return {
+    System system{
         .homeFolder = home,
         .currentDirectory = currentDirectory(),
         .executableFolder = executable.parent_path(),
         .launchAgentsFolder = home / "Library/LaunchAgents",
         .environment = environmentVariables(),
+        .applicationItem = mainBundlePath(),
+        .bundleInfo = textsOfMainBundle(),
+        .launchctl = "/bin/launchctl",
         .now = systemNow,
         .sampleMetrics = [](bool swapCritical) { return LiveMetricsSampler::sample(swapCritical); },
         .processes = makeProcessTable(),
         .makeProcesses = makeProcessTable,
-        .loginItem = makeLoginItem(home, executable),
-        .userDefaults = makeUserDefaults(home),
+        .loginItem = homeFolder ? makeLoginItemOfThisRun() : makeLoginItem(home, executable),
+        .userDefaults = homeFolder ? makeUserDefaultsOfThisRun() : makeUserDefaults(home),
+        .application = makeRunningApplication(),
+        .runAlert = runAlert,
+        .copyToPasteboard = copyToPasteboard,
+        .moveToTrash = moveToTrash,
+        .startUpdaterBackend = startUpdaterBackend,
+        .runLater = runLater,
+        .sysctlString = sysctlString,
         .openAddress = openWithDefaultHandler,
         .log = writeToSystemLog,
     };
+    if (homeFolder)
+        confineToHomeFolder(system);
+    return system;
 }
 
 }  // namespace quenchly

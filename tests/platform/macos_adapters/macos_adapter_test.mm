@@ -3,9 +3,15 @@
 
 #include <algorithm>
 
+#include "alert.h"
 #include "login_item.h"
+#include "pasteboard.h"
 #include "recording_fakes.h"
+#include "running_application.h"
 #include "status_item_macos.h"
+#include "sysctl_string.h"
+#include "trash.h"
+#include "updater_backend.h"
 #include "user_defaults.h"
 
 @interface NSStatusItem (Test)
@@ -154,6 +160,94 @@ TEST(UserDefaultsTest, AKeyIsThereWhateverItsValue)
     EXPECT_FALSE(defaults->contains(key));
     defaults->setBool(key, false);
     EXPECT_TRUE(defaults->contains(key));
+}
+
+using Calls = std::vector<std::string>;
+
+class DesktopTest : public testing::Test {
+protected:
+    void SetUp() override { recordedCalls.clear(); }
+};
+
+TEST_F(DesktopTest, AnAlertShowsItsTextsAndItsButtonsInOrder)
+{
+    fakeAnswer = 2;
+    EXPECT_EQ(runAlert({.title = "Title <b>", .text = "100% テキスト", .buttons = {"One", "Two", "Three"}}), 2U);
+    EXPECT_EQ(recordedCalls,
+              (Calls{"informational alert", "Title <b>", "100% テキスト", "button One", "button Two", "button Three"}));
+}
+
+TEST_F(DesktopTest, AnAlertThatWasClosedOtherwiseHasNoAnswer)
+{
+    for (const long answer : {-1001L, -1L, 1L, 5L}) {
+        fakeAnswer = answer;
+        EXPECT_EQ(runAlert({.title = "t", .text = "x", .buttons = {"OK"}}), std::nullopt) << answer;
+    }
+    fakeAnswer = 0;
+    EXPECT_EQ(runAlert({.title = "t", .text = "x", .buttons = {"OK"}}), 0U);
+}
+
+TEST_F(DesktopTest, TheTextReplacesWhatWasCopied)
+{
+    copyToPasteboard("To: a\n\nб");
+    ASSERT_EQ(recordedCalls.size(), 2U);
+    EXPECT_EQ(recordedCalls.at(0), "pasteboard cleared");
+    EXPECT_EQ(recordedCalls.at(1), std::string([NSPasteboardTypeString UTF8String]) + ": To: a\n\nб");
+}
+
+TEST_F(DesktopTest, TheProgramBecomesRegularAndAccessoryAndEndsFromItsRunLoop)
+{
+    const auto application = makeRunningApplication();
+    application->setActivationPolicy(ActivationPolicy::regular);
+    application->activate();
+    application->setActivationPolicy(ActivationPolicy::accessory);
+    application->terminate();
+    const Calls before{"regular", "activate before all others", "accessory"};
+    EXPECT_EQ(recordedCalls, before);
+    while (recordedCalls == before)
+        [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:[NSDate dateWithTimeIntervalSinceNow:1]];
+    EXPECT_EQ(recordedCalls.back(), "terminate (null)");
+}
+
+TEST_F(DesktopTest, TheTrashTellsItsFailure)
+{
+    Calls errors;
+    const auto done = [&errors](const std::string& error) { errors.push_back(error); };
+    fakeTrashSucceeds = true;
+    moveToTrash("/Applications/A b.app", done);
+    fakeTrashSucceeds = false;
+    moveToTrash("/Applications/A b.app", done);
+    EXPECT_EQ(recordedCalls, (Calls{"recycle /Applications/A b.app", "recycle /Applications/A b.app"}));
+    ASSERT_EQ(errors.size(), 2U);
+    EXPECT_EQ(errors.at(0), "");
+    EXPECT_NE(errors.at(1).find("trash is full"), std::string::npos) << errors.at(1);
+}
+
+TEST_F(DesktopTest, TheUpdateFrameworkIsStartedWhereThereIsOne)
+{
+    EXPECT_EQ(startUpdaterBackend(), nullptr);
+    offerUpdateFramework();
+    auto updater = startUpdaterBackend();
+    ASSERT_NE(updater, nullptr);
+    updater->setAutomaticallyDownloadsUpdates(false);
+    updater->setAutomaticallyChecksForUpdates(true);
+    updater->setAutomaticallyChecksForUpdates(false);
+    EXPECT_TRUE(updater->automaticallyChecksForUpdates());
+    updater->checkForUpdates();
+    updater.reset();
+    EXPECT_EQ(recordedCalls, (Calls{"updater started", "automatic downloads off", "automatic checks on",
+                                    "automatic checks off", "check for updates", "updater released"}));
+}
+
+TEST(SysctlStringTest, ReadsATextOrTellsThatItCannot)
+{
+    fakeHardwareModel = "Mac14,9";
+    EXPECT_EQ(sysctlString("hw.model"), "Mac14,9");
+    EXPECT_EQ(sysctlString("hw.other"), std::nullopt);
+    fakeHardwareModel = "";
+    EXPECT_EQ(sysctlString("hw.model"), "");
+    fakeHardwareModel = nullptr;
+    EXPECT_EQ(sysctlString("hw.model"), std::nullopt);
 }
 
 }  // namespace

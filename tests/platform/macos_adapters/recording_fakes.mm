@@ -1,10 +1,17 @@
 #include "recording_fakes.h"
 
 #import <AppKit/AppKit.h>
+#import <objc/runtime.h>
+#include <sys/sysctl.h>
+
+#include <cstring>
 
 std::vector<std::string> recordedCalls;
 long fakeLoginItemStatus = 0;
 bool fakeLoginItemSucceeds = true;
+long fakeAnswer = 0;
+bool fakeTrashSucceeds = true;
+const char* fakeHardwareModel = nullptr;
 
 namespace {
 
@@ -109,3 +116,139 @@ void record(NSString* call)
     return [self change:@"unregister" error:error];
 }
 @end
+
+@implementation NSApplication (Fake)
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy
+{
+    record(policy == NSApplicationActivationPolicyRegular ? @"regular" : @"accessory");
+    return YES;
+}
+
+- (void)activateIgnoringOtherApps:(BOOL)flag
+{
+    record(flag ? @"activate before all others" : @"activate");
+}
+
+- (void)terminate:(id)sender
+{
+    record([NSString stringWithFormat:@"terminate %@", sender]);
+}
+@end
+
+@implementation NSAlert (Fake)
+- (NSInteger)runModal
+{
+    record([self alertStyle] == NSInformationalAlertStyle ? @"informational alert" : @"alert");
+    record([self messageText]);
+    record([self informativeText]);
+    for (NSButton* button in [self buttons])
+        record([@"button " stringByAppendingString:[button title]]);
+    return NSAlertFirstButtonReturn + fakeAnswer;
+}
+@end
+
+@interface FakePasteboard : NSObject
+@end
+
+@implementation FakePasteboard
+- (NSInteger)clearContents
+{
+    record(@"pasteboard cleared");
+    return 1;
+}
+
+- (BOOL)setString:(NSString*)text forType:(NSString*)type
+{
+    record([NSString stringWithFormat:@"%@: %@", type, text]);
+    return YES;
+}
+@end
+
+@implementation NSPasteboard (Fake)
++ (NSPasteboard*)generalPasteboard
+{
+    return static_cast<NSPasteboard*>([[[FakePasteboard alloc] init] autorelease]);
+}
+@end
+
+@implementation NSWorkspace (Fake)
+- (void)recycleURLs:(NSArray*)urls completionHandler:(void (^)(NSDictionary*, NSError*))handler
+{
+    record([@"recycle " stringByAppendingString:[[urls objectAtIndex:0] path]]);
+    NSError* error = fakeTrashSucceeds ? nil : [NSError errorWithDomain:@"trash is full" code:28 userInfo:nil];
+    handler([NSDictionary dictionary], error);
+}
+@end
+
+@interface FakeUpdater : NSObject
+@end
+
+@implementation FakeUpdater
+- (BOOL)automaticallyChecksForUpdates
+{
+    return YES;
+}
+
+- (void)setAutomaticallyChecksForUpdates:(BOOL)enabled
+{
+    record(enabled ? @"automatic checks on" : @"automatic checks off");
+}
+
+- (void)setAutomaticallyDownloadsUpdates:(BOOL)enabled
+{
+    record(enabled ? @"automatic downloads on" : @"automatic downloads off");
+}
+@end
+
+@interface FakeUpdaterController : NSObject
+@end
+
+@implementation FakeUpdaterController
+- (id)initWithStartingUpdater:(BOOL)start updaterDelegate:(id)delegate userDriverDelegate:(id)driverDelegate
+{
+    record(start && delegate == nil && driverDelegate == nil ? @"updater started" : @"updater made otherwise");
+    return [super init];
+}
+
+- (id)updater
+{
+    return [[[FakeUpdater alloc] init] autorelease];
+}
+
+- (void)checkForUpdates:(id)sender
+{
+    record(@"check for updates");
+}
+
+- (void)dealloc
+{
+    record(@"updater released");
+    [super dealloc];
+}
+@end
+
+void offerUpdateFramework()
+{
+    objc_registerClassPair(objc_allocateClassPair([FakeUpdaterController class], "SPUStandardUpdaterController", 0));
+}
+
+int sysctlbyname(const char* name, void* buffer, size_t* size, void*, size_t)
+{
+    if (fakeHardwareModel == nullptr || std::strcmp(name, "hw.model") != 0)
+        return -1;
+    const size_t needed = *fakeHardwareModel == 0 ? 0 : std::strlen(fakeHardwareModel) + 1;
+    if (buffer != nullptr && *size < needed)
+        return -1;
+    if (buffer != nullptr)
+        std::memcpy(buffer, fakeHardwareModel, needed);
+    *size = needed;
+    return 0;
+}
+
+// What a block that is never copied takes of the runtime of blocks, which is no package of its own everywhere.
+extern "C" {
+void* _NSConcreteStackBlock[32];
+void* _NSConcreteGlobalBlock[32];
+void _Block_object_assign(void*, const void*, const int) {}
+void _Block_object_dispose(const void*, const int) {}
+}

@@ -22,21 +22,24 @@ LIST
 compile()
 {
     clang++-19 -x objective-c++ -std=c++20 -g -pthread -fsanitize=address -fobjc-runtime=gcc -fobjc-exceptions \
-        -fexceptions -fconstant-string-class=NSConstantString -D_NATIVE_OBJC_EXCEPTIONS -DGNUSTEP \
+        -fexceptions -fblocks -fconstant-string-class=NSConstantString -D_NATIVE_OBJC_EXCEPTIONS -DGNUSTEP \
         -DGNUSTEP_BASE_LIBRARY=1 -DGNU_GUI_LIBRARY=1 -DGNU_RUNTIME=1 -Wall -Wextra -Werror \
         -Wno-objc-protocol-method-implementation -isystem "$build" -isystem "$root/macos-check/gnustep" \
         -isystem /usr/include/GNUstep -isystem "$gcc_folder/include" -I "$root/core" -I "$root/menubar/platform" \
         -I "$root/menubar/platform/macos" -c "$1" -o "$build/$(basename "$1").o"
 }
 
-mkdir -p "$build/objc" "$build/home" "$build/tmp"
+mkdir -p "$build/objc" "$build/sys" "$build/home" "$build/tmp"
 # GNUstep's headers include a name that gcc's Objective-C runtime does not have.
 echo '#pragma once' >"$build/objc/blocks_runtime.h"
-sources=("$root"/menubar/platform/macos/{login_item,status_item,user_defaults}_macos.mm "$here"/*.mm)
+cp "$root/macos-check/apple/sys/sysctl.h" "$build/sys/"
+sources=("$root"/menubar/platform/macos/{alert,login_item,pasteboard,running_application,status_item,trash}_macos.mm
+    "$root"/menubar/platform/macos/{updater_backend,user_defaults}_macos.mm
+    "$root"/menubar/platform/macos/sysctl_string.cpp "$here"/*.mm)
 for source in "${sources[@]}"; do
     compile "$source"
 done
-clang++-19 -fsanitize=address "$build"/*.mm.o -o "$build/macos_adapter_test" -pthread -lgnustep-gui -lgnustep-base \
+clang++-19 -fsanitize=address "$build"/*.o -o "$build/macos_adapter_test" -pthread -lgnustep-gui -lgnustep-base \
     -L"$gcc_folder" -lobjc -lgtest
 
 # Nothing of the user's is read or written. HOME alone does not do: GNUstep takes the home from the user database.

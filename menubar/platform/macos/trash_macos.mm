@@ -1,0 +1,20 @@
+#import <AppKit/AppKit.h>
+
+#include "cocoa_support.h"
+#include "trash.h"
+
+namespace quenchly {
+
+void moveToTrash(const std::filesystem::path& item, const TrashCompletion& completion)
+{
+    @autoreleasepool {
+        const TrashCompletion done = completion;  // the block outlives the reference
+        NSURL* url = [NSURL fileURLWithPath:nsString(item.string())];
+        [[NSWorkspace sharedWorkspace] recycleURLs:[NSArray arrayWithObject:url]
+                                 completionHandler:^(NSDictionary*, NSError* error) {
+                                   done(error == nil ? std::string() : utf8Text([error description]));
+                                 }];
+    }
+}
+
+}  // namespace quenchly
