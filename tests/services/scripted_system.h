@@ -55,6 +55,7 @@ class ScriptedLoginItem final : public LoginItem {
 public:
     Status now = Status::notRegistered;
     std::string refusal;  ///< not empty: registering and unregistering fail with it
+    bool needsApproval = false;
     int registrations = 0;
     int removals = 0;
 
@@ -63,7 +64,7 @@ public:
     {
         ++registrations;
         if (refusal.empty())
-            now = Status::enabled;
+            now = needsApproval ? Status::requiresApproval : Status::enabled;
         return refusal;
     }
     std::string unregisterItem() override
