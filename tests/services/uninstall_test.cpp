@@ -271,5 +271,33 @@ TEST_F(UninstallTest, TheStandInCheckerRemovesItsJobAndItsState)
     EXPECT_FALSE(std::filesystem::exists(heatState));
 }
 
+#ifdef Q_OS_LINUX
+TEST_F(UninstallTest, OnAnotherHomeFolderTheRealSystemChangesNothingOutsideOfIt)
+{
+    System system = makeSystem(world.home());
+    const System scripted = world.system();
+    system.executableFolder = scripted.executableFolder;
+    system.currentDirectory = scripted.currentDirectory;
+    system.environment["PATH"].clear();
+    system.application = scripted.application;
+    system.runAlert = scripted.runAlert;
+    system.log = scripted.log;
+    const std::filesystem::path autostart = world.home() / ".config/autostart/quenchly.desktop";
+    bool startedAtLogin = false;
+    world.desktop.duringAlert = [&](const Alert& alert) {
+        if (alert.title == "Uninstall Quenchly?")
+            startedAtLogin = std::filesystem::exists(autostart);
+    };
+    run(system, {uninstall, removeData, toTrash});
+    EXPECT_TRUE(startedAtLogin);
+    EXPECT_FALSE(std::filesystem::exists(autostart));
+    EXPECT_FALSE(agentIsInstalled());
+    EXPECT_TRUE(std::filesystem::exists(heatState));
+    EXPECT_TRUE(std::filesystem::exists(system.applicationItem));
+    EXPECT_EQ(world.log, Events{"Quenchly uninstall Trash failed: The program does not belong to this home folder."});
+    EXPECT_EQ(world.desktop.events.back(), "terminate");
+}
+#endif
+
 }  // namespace
 }  // namespace quenchly

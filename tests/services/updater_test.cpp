@@ -62,7 +62,8 @@ TEST(SparkleConfigurationTest, AFeedThatIsMissingOrNotHttpsIsNone)
 {
     EXPECT_FALSE(Updater::isSparkleConfigured({{"SUPublicEDKey", key}}));
     for (const char* other : {"", "http://updates.example/a", "httpsx://updates.example/a", "updates.example/a",
-                              "https", "://updates.example", " https://updates.example/a", "https://updates example/a"})
+                              "https", "://updates.example", " https://updates.example/a", "https://updates example/a",
+                              "https://updates.example/a b"})
         EXPECT_FALSE(Updater::isSparkleConfigured({{"SUFeedURL", other}, {"SUPublicEDKey", key}})) << other;
 }
 

@@ -19,6 +19,7 @@ class AlertBox final : public QMessageBox {
 public:
     explicit AlertBox(const Alert& alert)
     {
+        setWindowFlag(Qt::WindowStaysOnTopHint);  // as the panel does
         setIcon(QMessageBox::Information);
         setWindowTitle(QCoreApplication::applicationName());
         setText(QString::fromStdString(alert.title));

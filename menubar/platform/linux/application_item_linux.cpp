@@ -17,7 +17,7 @@ fs::path absolutePath(const std::map<std::string, std::string>& environment, con
 bool isBelow(const fs::path& folder, const fs::path& file)
 {
     const fs::path rest = file.lexically_relative(folder);
-    return !folder.empty() && !rest.empty() && *rest.begin() != ".." && *rest.begin() != ".";
+    return !rest.empty() && *rest.begin() != ".." && *rest.begin() != ".";
 }
 
 }  // namespace

@@ -10,9 +10,8 @@ constexpr std::size_t longestModel = 100;
 
 std::string firstText(const std::filesystem::path& file)
 {
-    const std::string bytes = readFile(file).bytes;
-    // The device tree ends its texts with NUL.
-    return std::string(trimmed(displayLine(bytes.substr(0, bytes.find('\0')), longestModel)));
+    // The device tree ends its texts with NUL, which becomes a blank here.
+    return std::string(trimmed(displayLine(readFile(file).bytes, longestModel)));
 }
 
 }  // namespace

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+#include <functional>
+
+#include "alert.h"
+
+namespace quenchly {
+namespace {
+
+using Answer = std::optional<std::size_t>;
+
+const Alert question{.title = "Remove <b>it</b>?",
+                     .text = "<img src='/etc/passwd'>First line & second\nhttps://brindlemoor.example",
+                     .buttons = {"Remove & forget", "Keep", "Later"}};
+
+class AlertTest : public ::testing::Test {
+protected:
+    /// The answer to the alert after `act` was done to its box on the screen.
+    static Answer answerAfter(const Alert& alert, const std::function<void(QMessageBox&)>& act)
+    {
+        QTimer::singleShot(0, qApp, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            act(*box);
+        });
+        return runAlert(alert);
+    }
+
+    static QList<QAbstractButton*> buttonsFromLeftToRight(const QMessageBox& box)
+    {
+        QList<QAbstractButton*> buttons = box.buttons();
+        std::ranges::sort(buttons, {}, [](const QAbstractButton* button) { return button->x(); });
+        return buttons;
+    }
+
+    static void dismiss(QMessageBox& box) { box.close(); }
+};
+
+TEST_F(AlertTest, EveryTextIsShownAsItIs)
+{
+    answerAfter(question, [](QMessageBox& box) {
+        EXPECT_TRUE(box.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        EXPECT_EQ(box.icon(), QMessageBox::Information);
+        EXPECT_EQ(box.text(), QStringLiteral("Remove <b>it</b>?"));
+        QStringList shown;
+        for (const QLabel* label : box.findChildren<QLabel*>()) {
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+            if (!label->text().isEmpty())
+                shown += label->text();
+        }
+        EXPECT_EQ(shown.size(), 2);
+        EXPECT_TRUE(shown.contains(QString::fromStdString(question.text)));
+        dismiss(box);
+    });
+}
+
+TEST_F(AlertTest, TheButtonsStandInTheirOrderAndReturnTheirPlace)
+{
+    for (int place = 0; place < 3; ++place) {
+        const Answer answer = answerAfter(question, [place](QMessageBox& box) {
+            const auto buttons = buttonsFromLeftToRight(box);
+            ASSERT_EQ(buttons.size(), 3);
+            EXPECT_EQ(buttons.at(0)->text(), QStringLiteral("Remove && forget"));
+            EXPECT_EQ(buttons.at(1)->text(), QStringLiteral("Keep"));
+            EXPECT_EQ(buttons.at(2)->text(), QStringLiteral("Later"));
+            QTest::mouseClick(buttons.at(place), Qt::LeftButton);
+        });
+        EXPECT_EQ(answer, static_cast<std::size_t>(place));
+    }
+}
+
+TEST_F(AlertTest, ReturnPressesTheFirstButton)
+{
+    EXPECT_EQ(answerAfter(question, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }), 0u);
+}
+
+TEST_F(AlertTest, EscapeAndTheWindowsCloseButtonAnswerNothingHoweverManyButtonsThereAre)
+{
+    const Alert notice{.title = "Done", .text = "All of it.", .buttons = {"OK"}};
+    const Alert choice{.title = "Sure?", .text = "Really?", .buttons = {"Go", "Cancel"}};
+    for (const Alert& alert : {notice, choice, question}) {
+        EXPECT_EQ(answerAfter(alert, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }), std::nullopt);
+        EXPECT_EQ(answerAfter(alert, [](QMessageBox& box) { EXPECT_TRUE(box.close()); }), std::nullopt);
+    }
+}
+
+}  // namespace
+}  // namespace quenchly

@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <chrono>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <thread>
+
+#include "application_item_linux.h"
+#include "hardware_model_linux.h"
+#include "pasteboard.h"
+#include "product.h"
+#include "run_later.h"
+#include "running_application.h"
+#include "system.h"
+#include "test_files.h"
+#include "trash.h"
+
+namespace quenchly {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+/// Sets a variable of this process for as long as it lives.
+class Variable {
+public:
+    Variable(const char* name, const std::string& value)
+        : name_(name), before_(qgetenv(name)), was_(qEnvironmentVariableIsSet(name))
+    {
+        qputenv(name, QByteArray::fromStdString(value));
+    }
+    ~Variable()
+    {
+        if (was_)
+            qputenv(name_, before_);
+        else
+            qunsetenv(name_);
+    }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* name_;
+    QByteArray before_;
+    bool was_;
+};
+
+TEST(PasteboardTest, ReplacesWhatWasCopiedByPlainText)
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    copyToPasteboard("To: a@b\n\n<b>β</b>");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("To: a@b\n\n<b>β</b>"));
+}
+
+TEST(RunLaterTest, RunsTheTaskFromTheEventLoop)
+{
+    bool ran = false;
+    runLater(0ms, [&] {
+        ran = true;
+        QCoreApplication::exit(7);
+    });
+    EXPECT_FALSE(ran);
+    EXPECT_EQ(QCoreApplication::exec(), 7);
+    EXPECT_TRUE(ran);
+}
+
+TEST(RunningApplicationTest, AnyThreadCanEndTheProgram)
+{
+    const auto application = makeRunningApplication();
+    std::thread other([&] { application->terminate(); });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    other.join();
+}
+
+class TrashTest : public ::testing::Test {
+protected:
+    testing::ScratchFolder scratch;
+    Variable home{"HOME", scratch.makeFolder("home")};
+    Variable data{"XDG_DATA_HOME", scratch.makeFolder("home/data")};
+
+    static std::optional<std::string> errorOf(const fs::path& item)
+    {
+        std::optional<std::string> outcome;
+        moveToTrash(item, [&](const std::string& error) { outcome = error; });
+        return outcome;
+    }
+
+    std::size_t filesInTrash() const
+    {
+        std::error_code missing;
+        const fs::directory_iterator files(scratch / "home/data/Trash/files", missing);
+        return missing ? 0 : static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    }
+};
+
+TEST_F(TrashTest, AFileCanBeFoundAndPutBack)
+{
+    const fs::path image = scratch.write("Programs/Quenchly 2.AppImage", "image");
+    EXPECT_EQ(errorOf(image), "");
+    EXPECT_FALSE(fs::exists(image));
+    EXPECT_TRUE(fs::exists(scratch / "home/data/Trash/files/Quenchly 2.AppImage"));
+    std::ostringstream note;
+    note << std::ifstream(scratch / "home/data/Trash/info/Quenchly 2.AppImage.trashinfo").rdbuf();
+    // Qt 6.4 writes the path as it is, later ones percent-encode it.
+    EXPECT_NE(note.str().find("/Programs/Quenchly"), std::string::npos) << note.str();
+}
+
+TEST_F(TrashTest, WhatMayNotBeMovedStaysAndTheReasonIsTold)
+{
+    const fs::path program = scratch.write("usr/bin/quenchly-menubar", "program");
+    fs::permissions(scratch / "usr/bin", fs::perms(0555));
+    fs::permissions(scratch / "home/data", fs::perms(0777));
+    std::optional<std::string> error;
+    {
+        const testing::OrdinaryUser user;
+        if (!user.inForce())
+            GTEST_SKIP() << "permissions do not hold here";
+        error = errorOf(program);
+    }
+    fs::permissions(scratch / "usr/bin", fs::perms(0755));
+    ASSERT_TRUE(error.has_value());
+    EXPECT_NE(*error, "");
+    EXPECT_TRUE(fs::exists(program));
+    EXPECT_EQ(filesInTrash(), 0u);
+}
+
+TEST_F(TrashTest, WhatIsNotThereIsAFailure)
+{
+    EXPECT_NE(errorOf(scratch / "nothing").value_or(""), "");
+}
+
+TEST(ApplicationItemTest, IsTheExecutable)
+{
+    EXPECT_EQ(applicationItem("/usr/bin/quenchly-menubar", {}), "/usr/bin/quenchly-menubar");
+}
+
+TEST(ApplicationItemTest, IsTheAppImageThatTheExecutableComesFrom)
+{
+    const fs::path executable = "/tmp/.mount_QuencXyz/usr/bin/quenchly-menubar";
+    EXPECT_EQ(
+        applicationItem(executable, {{"APPIMAGE", "/home/u/Quenchly.AppImage"}, {"APPDIR", "/tmp/.mount_QuencXyz"}}),
+        "/home/u/Quenchly.AppImage");
+    EXPECT_EQ(
+        applicationItem(executable, {{"APPIMAGE", "/home/u/Quenchly.AppImage"}, {"APPDIR", "/tmp/.mount_QuencXyz/"}}),
+        "/home/u/Quenchly.AppImage");
+}
+
+TEST(ApplicationItemTest, IsNeverAnAppImageThatOnlyStartedUs)
+{
+    const fs::path executable = "/usr/bin/quenchly-menubar";
+    const std::map<std::string, std::string> inherited[] = {
+        {{"APPIMAGE", "/home/u/Terminal.AppImage"}, {"APPDIR", "/tmp/.mount_Termin"}},
+        {{"APPIMAGE", "/home/u/Terminal.AppImage"}, {"APPDIR", "/usr/b"}},
+        {{"APPIMAGE", "/home/u/Terminal.AppImage"}, {"APPDIR", ""}},
+        {{"APPIMAGE", "/home/u/Terminal.AppImage"}, {"APPDIR", "."}},
+        {{"APPIMAGE", "/home/u/Terminal.AppImage"}},
+        {{"APPIMAGE", "Terminal.AppImage"}, {"APPDIR", "/usr"}},
+        {{"APPIMAGE", ""}, {"APPDIR", "/usr"}},
+    };
+    for (const auto& environment : inherited)
+        EXPECT_EQ(applicationItem(executable, environment), executable);
+}
+
+class HardwareModelTest : public ::testing::Test {
+protected:
+    testing::ScratchFolder sys;
+
+    std::optional<std::string> model() const { return hardwareModel(sys.path()); }
+};
+
+TEST_F(HardwareModelTest, IsTheProductNameOfTheFirmware)
+{
+    sys.write("class/dmi/id/product_name", "20XWCTO1WW\n");
+    sys.write("firmware/devicetree/base/model", "another");
+    EXPECT_EQ(model(), "20XWCTO1WW");
+}
+
+TEST_F(HardwareModelTest, IsTheModelOfTheDeviceTreeWhereNoFirmwareTells)
+{
+    sys.write("class/dmi/id/product_name", "\n");
+    sys.write("firmware/devicetree/base/model", std::string("Raspberry Pi 5 Model B Rev 1.0\0", 31));
+    EXPECT_EQ(model(), "Raspberry Pi 5 Model B Rev 1.0");
+}
+
+TEST_F(HardwareModelTest, IsOneShortLineWhateverTheFirmwareSays)
+{
+    sys.write("class/dmi/id/product_name", "  To be\tfilled\x01\nby \xff " + std::string(1000, 'x'));
+    const std::string text = model().value_or("");
+    EXPECT_EQ(text.find("To be filled by \xef\xbf\xbd xxx"), 0u) << text;
+    EXPECT_LT(text.size(), 120u);
+}
+
+TEST_F(HardwareModelTest, IsNoneWhereNothingTells)
+{
+    EXPECT_EQ(model(), std::nullopt);
+}
+
+TEST(RealSystemTest, TellsItsVersionAndItsExecutableAndIsNotConfiguredForUpdates)
+{
+    const System system = makeSystem();
+    EXPECT_EQ(system.bundleInfo, (std::map<std::string, std::string>{{"CFBundleShortVersionString", version}}));
+    EXPECT_EQ(system.applicationItem, fs::read_symlink("/proc/self/exe"));
+    EXPECT_EQ(system.launchctl, "/bin/launchctl");
+    EXPECT_EQ(system.startUpdaterBackend(), nullptr);
+    EXPECT_EQ(system.sysctlString("hw.model"), hardwareModel("/sys"));
+    EXPECT_EQ(system.sysctlString("hw.other"), std::nullopt);
+}
+
+TEST(RealSystemTest, OnAnotherHomeFolderLaunchdAndTheProgramAreLeftAlone)
+{
+    const testing::ScratchFolder scratch;
+    const Variable home("HOME", scratch.makeFolder("home"));
+    const Variable data("XDG_DATA_HOME", scratch.makeFolder("home/data"));
+    const fs::path program = scratch.write("quenchly-menubar", "program");
+    const System system = makeSystem(scratch.makeFolder("other"));
+    EXPECT_TRUE(system.launchctl.empty());
+    EXPECT_EQ(system.environment.at("HOME"), (scratch / "other").string());
+    std::string error;
+    system.moveToTrash(program, [&](const std::string& text) { error = text; });
+    EXPECT_NE(error, "");
+    EXPECT_TRUE(fs::exists(program));
+}
+
+}  // namespace
+}  // namespace quenchly
