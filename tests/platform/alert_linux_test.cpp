@@ -48,6 +48,7 @@ TEST_F(AlertTest, EveryTextIsShownAsItIs)
     answerAfter(question, [](QMessageBox& box) {
         EXPECT_TRUE(box.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         EXPECT_EQ(box.icon(), QMessageBox::Information);
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Quenchly"));
         EXPECT_EQ(box.text(), QStringLiteral("Remove <b>it</b>?"));
         QStringList shown;
         for (const QLabel* label : box.findChildren<QLabel*>()) {

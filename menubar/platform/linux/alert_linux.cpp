@@ -21,7 +21,7 @@ public:
     {
         setWindowFlag(Qt::WindowStaysOnTopHint);  // as the panel does
         setIcon(QMessageBox::Information);
-        setWindowTitle(QCoreApplication::applicationName());
+        setWindowTitle(QStringLiteral("Quenchly"));
         setText(QString::fromStdString(alert.title));
         setInformativeText(QString::fromStdString(alert.text));
         for (QLabel* label : findChildren<QLabel*>())
