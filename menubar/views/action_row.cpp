@@ -36,6 +36,12 @@ void paintLine(QPainter& painter, const QRectF& room, const QString& line, const
     TextLines::paint(painter, {room.left(), room.center().y() - QFontMetricsF(font).height() / 2}, line, font);
 }
 
+/// For who cannot see the trailing text and the help icon beside the title.
+QString description(const MenuContent::Row& row)
+{
+    return QString::fromStdString(row.trailing.empty() ? row.help : row.trailing + ". " + row.help);
+}
+
 }  // namespace
 
 ActionButton::ActionButton(QWidget* parent) : PanelButton(parent)
@@ -84,10 +90,9 @@ void ActionRow::setContent(const MenuContent::Row& row)
     action_ = row.action;
     button_->setText(QString::fromStdString(row.label));
     button_->setTrailing(QString::fromStdString(row.trailing));
-    button_->setEnabled(row.enabled);
+    button_->setAvailable(row.enabled);
+    button_->setAccessibleDescription(description(row));
     help_->setHelp(row.help);
-    const std::string description = row.trailing.empty() ? row.help : row.trailing + ". " + row.help;
-    button_->setAccessibleDescription(QString::fromStdString(description));
 }
 
 void ActionRow::resizeEvent(QResizeEvent*)

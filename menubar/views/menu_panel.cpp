@@ -96,6 +96,8 @@ MenuPanel::~MenuPanel() = default;
 void MenuPanel::makeScrollBar()
 {
     scrollBar_ = new QScrollBar(Qt::Vertical, this);
+    scrollBar_->setAccessibleName(QStringLiteral("Scroll"));
+    scrollBar_->setAccessibleDescription(QStringLiteral("Shows the rest of the panel"));
     scrollBar_->setStyleSheet(
         QStringLiteral("QScrollBar { background: transparent; border: none; margin: 0; }"
                        "QScrollBar::handle { background: #6A5C42; border-radius: 3px; margin: 1px; min-height: 24px; }"

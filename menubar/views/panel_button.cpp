@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <utility>
 
 #include "panel_colors.h"
 
@@ -17,6 +18,26 @@ PanelButton::PanelButton(QWidget* parent) : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
+}
+
+void PanelButton::setAvailable(bool available)
+{
+    if (available == isEnabled())
+        return;
+    if (!available && window()->focusWidget() == this) {
+        // Qt would pass it on to the next widget, where it shows.
+        window()->setFocus(Qt::OtherFocusReason);
+        awaitsFocus_ = true;
+    }
+    setEnabled(available);
+    if (available && std::exchange(awaitsFocus_, false) && window()->focusWidget() == window())
+        setFocus(Qt::PopupFocusReason);
+}
+
+void PanelButton::inheritFocus(const PanelButton& from)
+{
+    if (window()->focusWidget() == &from || (from.awaitsFocus_ && window()->focusWidget() == window()))
+        setFocus(from.focusShows_ ? Qt::TabFocusReason : Qt::MouseFocusReason);
 }
 
 void PanelButton::keyPressEvent(QKeyEvent* event)

@@ -15,6 +15,12 @@ class PanelButton : public QAbstractButton {
 public:
     explicit PanelButton(QWidget* parent = nullptr);
 
+    /// Enables or disables the button. A disabled widget cannot hold the focus; unless it is moved meanwhile it comes
+    /// back with the button.
+    void setAvailable(bool available);
+    /// Takes over the focus that another button has, or waits for while it is disabled.
+    void inheritFocus(const PanelButton& from);
+
 protected:
     /// Paints the ring around the focus, if it is here and shows.
     void paintFocus(QPainter& painter, const QRectF& around, double radius) const;
@@ -24,6 +30,7 @@ protected:
 
 private:
     bool focusShows_ = false;
+    bool awaitsFocus_ = false;
 };
 
 }  // namespace quenchly

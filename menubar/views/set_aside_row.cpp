@@ -49,7 +49,7 @@ void SetAsideRow::setContent(const MenuContent::SetAsideEntry& entry, const Menu
         button_->updateGeometry();
     }
     button_->setAccessibleDescription(QString::fromStdString(entry.label));
-    button_->setEnabled(section.enabled);
+    button_->setAvailable(section.enabled);
     help_->setHelp(section.acknowledgeHelp);
 }
 

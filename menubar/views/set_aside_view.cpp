@@ -64,8 +64,8 @@ void SetAsideView::setContent(const MenuContent::SetAside& content)
         clearAll_->setText(clearAll);
         clearAll_->updateGeometry();
     }
-    clearAll_->setEnabled(content.enabled);
     clearAll_->setAccessibleDescription(QString::fromStdString(content.clearAllHelp));
+    clearAll_->setAvailable(content.enabled);
     clearAllHelp_->setHelp(content.clearAllHelp);
     clearAllRow_->setVisible(!content.clearAll.empty());
     footnote_->showText(content.footnote);
@@ -79,8 +79,10 @@ void SetAsideView::showEntries(const MenuContent::SetAside& content)
         rows.back()->setContent(entry, content);
     }
     for (SetAsideRow* gone : rows_) {
-        gone->hide();
+        if (!rows.empty())
+            rows.front()->button()->inheritFocus(*gone->button());
         gone->deleteLater();
+        gone->hide();
     }
     rows_ = std::move(rows);
     QWidget* previous = heading_->findChild<HelpIcon*>();
