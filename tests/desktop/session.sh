@@ -1,12 +1,41 @@
 #!/bin/bash
 # Runs a command on a desktop of its own: X server, session bus, window manager and a panel with a tray.
-# Usage: session.sh LOG_FOLDER COMMAND [ARGUMENT...]
+# Usage: session.sh [--screen WIDTHxHEIGHT] [--bar EDGE-SIDE] [--scale FACTOR] LOG_FOLDER COMMAND [ARGUMENT...]
+#   EDGE is where the bar lies, top or bottom, and SIDE where the tray is on it, left or right. The command finds them
+#   in SESSION_BAR, and the factor by which the tested program is to be enlarged in SESSION_SCALE.
 set -euo pipefail
 
-if [ $# -lt 2 ]; then
-    sed -n '3s/^# //p' "$0" >&2
+fail_with_usage() {
+    sed -n '3,5s/^# //p' "$0" >&2
     exit 2
-fi
+}
+
+screen=1280x800
+bar=top-right
+scale=1
+while [[ ${1-} == --* ]]; do
+    [ $# -ge 2 ] || fail_with_usage
+    case $1 in
+        --screen) screen=$2 ;;
+        --bar) bar=$2 ;;
+        --scale) scale=$2 ;;
+        *) fail_with_usage ;;
+    esac
+    shift 2
+done
+[ $# -ge 2 ] || fail_with_usage
+
+# The panel program's own numbers for the edges of a screen.
+case $bar in
+    top-*) edge=6 ;;
+    bottom-*) edge=10 ;;
+    *) fail_with_usage ;;
+esac
+case $bar in
+    *-left) order='2 1' ;;
+    *-right) order='1 2' ;;
+    *) fail_with_usage ;;
+esac
 mkdir -p "$1"
 logs=$(cd "$1" && pwd)
 shift
@@ -27,13 +56,15 @@ trap 'exit 130' INT
 trap 'exit 143' TERM
 
 mkfifo "$scratch/display"
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$scratch/display" >"$logs/xvfb.log" 2>&1 &
+Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$scratch/display" >"$logs/xvfb.log" 2>&1 &
 x_server=$!
 read -r -t 20 display <"$scratch/display"
 
 mkdir -p -m 700 "$scratch/runtime"
-mkdir -p "$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml"
-cp "$(dirname "$0")/xfce4-panel.xml" "$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml/"
+settings=$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml
+mkdir -p "$settings"
+sed -e "s/@edge@/$edge/" -e "s/@first@/${order% *}/" -e "s/@second@/${order#* }/" \
+    "$(dirname "$0")/xfce4-panel.xml.in" >"$settings/xfce4-panel.xml"
 
 # A D-Bus daemon of its own, so that nothing started here finds a session of the person who runs this;
 # a process group of its own, so that it can be ended whole.
@@ -42,7 +73,7 @@ setsid env -u WAYLAND_DISPLAY -u XAUTHORITY -u DBUS_SESSION_BUS_ADDRESS -u SESSI
     XDG_CONFIG_HOME="$scratch/home/.config" XDG_CACHE_HOME="$scratch/home/.cache" \
     XDG_DATA_HOME="$scratch/home/.local/share" XDG_STATE_HOME="$scratch/home/.local/state" \
     XDG_CURRENT_DESKTOP=XFCE XDG_SESSION_TYPE=x11 NO_AT_BRIDGE=1 LC_ALL=C.UTF-8 LANGUAGE=en \
-    QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" \
+    QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" SESSION_BAR="$bar" SESSION_SCALE="$scale" \
     dbus-run-session -- bash -c '
         openbox >"$SESSION_LOGS/openbox.log" 2>&1 &
         xfce4-panel --disable-wm-check >"$SESSION_LOGS/xfce4-panel.log" 2>&1 &

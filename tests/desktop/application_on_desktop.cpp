@@ -1,0 +1,206 @@
+#include "application_on_desktop.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include "desktop.h"
+
+namespace quenchly::testing {
+namespace {
+
+constexpr const char* runsFile = "runs";
+constexpr const char* addressesFile = "addresses";
+
+double scale()
+{
+    const double given = qEnvironmentVariable("SESSION_SCALE").toDouble();
+    return given > 0 ? given : 1;
+}
+
+void writeScript(const QString& path, const QByteArray& text)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+int numberIn(const QString& geometry, const char* name)
+{
+    return geometry.section(QLatin1String(name) + u'=', 1).section(u'\n', 0, 0).toInt();
+}
+
+OpenWindow windowOf(const QString& id)
+{
+    const QString geometry =
+        run(QStringLiteral("xdotool"), {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), id});
+    return {.title = run(QStringLiteral("xdotool"), {QStringLiteral("getwindowname"), id}).trimmed(),
+            .geometry = QRect(numberIn(geometry, "X"), numberIn(geometry, "Y"), numberIn(geometry, "WIDTH"),
+                              numberIn(geometry, "HEIGHT"))};
+}
+
+}  // namespace
+
+void ApplicationOnDesktop::SetUp()
+{
+    ASSERT_TRUE(barIsThere());
+    moveTo(idlePosition());
+    ASSERT_TRUE(QFile::link(QStringLiteral(QUENCHLY_DEMO_TOOL_PATH), tools.filePath(QStringLiteral("quenchly"))));
+    writeScript(tools.filePath(QStringLiteral("xdg-open")),
+                "#!/bin/sh\nprintf '%s\\n' \"$1\" >>\"${0%/*}/" + QByteArray(addressesFile) + "\"\n");
+    AccessibilityTree::announceAssistance();
+}
+
+void ApplicationOnDesktop::TearDown()
+{
+    if (HasFailure())
+        keepPicture(QStringLiteral("failed-") +
+                    QLatin1String(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    application.terminate();
+    if (!application.waitForFinished(3000))
+        application.kill();
+    application.waitForFinished(3000);
+    EXPECT_TRUE(waitFor([] { return iconOnBar().isNull(); }));
+}
+
+void ApplicationOnDesktop::playScenario(const char* name)
+{
+    QProcess tool;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QUENCHLY_HOME"),
+                       home.filePath(QStringLiteral("Library/Application Support/Quenchly")));
+    environment.insert(QStringLiteral("QUENCHLY_LAUNCH_AGENTS"), home.filePath(QStringLiteral("Library/LaunchAgents")));
+    tool.setProcessEnvironment(environment);
+    tool.start(QStringLiteral(QUENCHLY_DEMO_TOOL_PATH), {QStringLiteral("scenario"), QLatin1String(name)});
+    ASSERT_TRUE(tool.waitForFinished());
+    ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().constData();
+}
+
+void ApplicationOnDesktop::startApplication(const std::map<QString, QString>& variables, const char* language)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PATH"), tools.path() + u':' + qEnvironmentVariable("PATH"));
+    environment.insert(QStringLiteral("QUENCHLY_LAUNCH_AGENTS"), home.filePath(QStringLiteral("Library/LaunchAgents")));
+    environment.insert(QStringLiteral("QUENCHLY_DEMO_LOG"), tools.filePath(QLatin1String(runsFile)));
+    if (scale() != 1)
+        environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::number(scale()));
+    for (const auto& [name, value] : variables)
+        environment.insert(name, value);
+    application.setProcessChannelMode(QProcess::ForwardedChannels);
+    application.setProcessEnvironment(environment);
+    application.start(QStringLiteral(QUENCHLY_MENUBAR_PATH),
+                      {QStringLiteral("--home"), home.path(), QStringLiteral("--language"), QLatin1String(language)});
+    ASSERT_TRUE(application.waitForStarted());
+}
+
+void ApplicationOnDesktop::showScenario(const char* name)
+{
+    playScenario(name);
+    startApplication();
+    ASSERT_TRUE(waitFor([] { return !iconOnBar().isNull(); }));
+}
+
+std::vector<OpenWindow> ApplicationOnDesktop::windows() const
+{
+    const QStringList ids =
+        run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                        QStringLiteral("--pid"), QString::number(application.processId())})
+            .split(u'\n', Qt::SkipEmptyParts);
+    std::vector<OpenWindow> found;
+    for (const QString& id : ids) {
+        const OpenWindow window = windowOf(id);
+        if (window.geometry.width() > 2 * iconSize)
+            found.push_back(window);
+    }
+    return found;
+}
+
+QRect ApplicationOnDesktop::panel() const
+{
+    for (const OpenWindow& window : windows())
+        if (window.title == QStringLiteral("Quenchly"))
+            return window.geometry;
+    return {};
+}
+
+void ApplicationOnDesktop::openPanel()
+{
+    const QRect icon = restingIcon();
+    ASSERT_FALSE(icon.isNull());
+    click(icon.center());
+    ASSERT_TRUE(waitFor([this] { return !panel().isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] {
+        const std::vector<Accessible> showing = tree().showing();
+        return !showing.empty() && showing.front().is(Accessible::State::active);
+    }));
+}
+
+std::vector<Accessible> ApplicationOnDesktop::named(const QString& name) const
+{
+    std::vector<Accessible> found = tree().showing();
+    std::erase_if(found, [&](const Accessible& object) { return object.name != name; });
+    return found;
+}
+
+QRect ApplicationOnDesktop::inPixels(const QRect& points) const
+{
+    return {points.topLeft() * scale(), points.size() * scale()};
+}
+
+QRect ApplicationOnDesktop::buttonNamed(const QString& name, std::size_t place) const
+{
+    std::vector<Accessible> buttons = named(name);
+    std::erase_if(buttons, [](const Accessible& object) {
+        return object.role != Accessible::Role::pushButton || !object.is(Accessible::State::sensitive);
+    });
+    return place < buttons.size() ? inPixels(tree().place(buttons[place])) : QRect();
+}
+
+void ApplicationOnDesktop::clickButton(const QString& name, std::size_t place)
+{
+    QRect found;
+    ASSERT_TRUE(waitFor([&] {
+        found = buttonNamed(name, place);
+        if (found.isEmpty())
+            return false;
+        moveTo(found.center());
+        return buttonNamed(name, place) == found;
+    })) << name.toStdString();
+    click(found.center());
+}
+
+Accessible ApplicationOnDesktop::focused() const
+{
+    for (const Accessible& object : tree().showing())
+        if (object.is(Accessible::State::focused) && object.isControl())
+            return object;
+    return {};
+}
+
+QStringList ApplicationOnDesktop::linesOf(const char* file) const
+{
+    QFile lines(tools.filePath(QLatin1String(file)));
+    if (!lines.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(lines.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+QStringList ApplicationOnDesktop::toolRuns() const
+{
+    QStringList runs;
+    for (const QString& line : linesOf(runsFile)) {
+        QStringList words;
+        for (const QJsonValue& word : QJsonDocument::fromJson(line.toUtf8()).array())
+            words += word.toString();
+        runs += words.join(u' ');
+    }
+    return runs;
+}
+
+QStringList ApplicationOnDesktop::openedAddresses() const
+{
+    return linesOf(addressesFile);
+}
+
+}  // namespace quenchly::testing

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <map>
+#include <vector>
+
+#include "accessibility_tree.h"
+
+namespace quenchly::testing {
+
+/// A window of the application that a person sees.
+struct OpenWindow {
+    QString title;
+    QRect geometry;  ///< in pixels of the screen
+};
+
+/// Every test has a home folder of its own, with the stand-in checker's tool and a browser that only takes notes.
+class ApplicationOnDesktop : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// Puts the home folder into a situation that the stand-in checker knows.
+    void playScenario(const char* name);
+
+    void startApplication(const std::map<QString, QString>& variables = {}, const char* language = "en");
+    /// Starts it in a situation and waits for its icon.
+    void showScenario(const char* name);
+
+    /// The icon in an X11 tray is not counted.
+    std::vector<OpenWindow> windows() const;
+    bool hasWindows(std::size_t count) const { return windows().size() == count; }
+
+    /// Presses the item and waits for the panel.
+    void openPanel();
+    /// Where the panel is, in pixels; empty while it is closed.
+    QRect panel() const;
+
+    AccessibilityTree tree() const { return AccessibilityTree(application.processId()); }
+    /// What shows with a name; several objects can have it.
+    std::vector<Accessible> named(const QString& name) const;
+    bool shows(const QString& name) const { return !named(name).empty(); }
+    /// Where a button is on the screen, in pixels; empty when there is none. `place` counts those of one name.
+    QRect buttonNamed(const QString& name, std::size_t place = 0) const;
+    QRect inPixels(const QRect& points) const;
+    /// Clicks a button once it is there and stays where it is.
+    void clickButton(const QString& name, std::size_t place = 0);
+    /// What has the focus; empty when nothing has.
+    Accessible focused() const;
+
+    /// The arguments of every run of the stand-in checker by the application, each as one text.
+    QStringList toolRuns() const;
+    QStringList openedAddresses() const;
+
+    QTemporaryDir home;
+    QTemporaryDir tools;
+    QProcess application;
+
+private:
+    QStringList linesOf(const char* file) const;
+};
+
+}  // namespace quenchly::testing
