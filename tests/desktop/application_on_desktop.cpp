@@ -10,6 +10,7 @@ namespace quenchly::testing {
 namespace {
 
 constexpr const char* runsFile = "runs";
+constexpr int panelWidth = 380;  // points; an alert has the same title
 constexpr const char* addressesFile = "addresses";
 
 double scale()
@@ -119,7 +120,7 @@ std::vector<OpenWindow> ApplicationOnDesktop::windows() const
 QRect ApplicationOnDesktop::panel() const
 {
     for (const OpenWindow& window : windows())
-        if (window.title == QStringLiteral("Quenchly"))
+        if (window.title == QStringLiteral("Quenchly") && window.geometry.width() % panelWidth == 0)
             return window.geometry;
     return {};
 }

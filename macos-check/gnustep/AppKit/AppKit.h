@@ -31,6 +31,10 @@ constexpr NSAlertStyle NSAlertStyleInformational = NSInformationalAlertStyle;
 + (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)fontSize weight:(CGFloat)weight;
 @end
 
+@interface NSWindow (Gap)
+- (void)setStyleMask:(NSUInteger)styleMask;
+@end
+
 @interface NSView (Gap)
 - (void)setAccessibilityLabel:(NSString*)accessibilityLabel;
 @end

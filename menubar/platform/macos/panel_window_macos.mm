@@ -11,10 +11,11 @@ void becomePanelWindow(QWindow& window)
         // Qt makes an NSPanel of a tool window; others have no such style.
         if (![native isKindOfClass:[NSPanel class]])
             return;
-        NSPanel* panel = (NSPanel*)native;
+        NSPanel* panel = static_cast<NSPanel*>(native);
         [panel setStyleMask:[panel styleMask] | NSWindowStyleMaskNonactivatingPanel];
-        [panel setCollectionBehavior:NSWindowCollectionBehaviorMoveToActiveSpace |
-                                     NSWindowCollectionBehaviorFullScreenAuxiliary];
+        NSWindowCollectionBehavior behavior = NSWindowCollectionBehaviorMoveToActiveSpace;
+        behavior |= NSWindowCollectionBehaviorFullScreenAuxiliary;
+        [panel setCollectionBehavior:behavior];
         [panel setLevel:NSPopUpMenuWindowLevel];
         [panel setHidesOnDeactivate:NO];
         [panel setBecomesKeyOnlyIfNeeded:NO];
