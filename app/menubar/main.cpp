@@ -5,6 +5,7 @@
 #include <optional>
 #include <system_error>
 
+#include "application_icon.h"
 #include "application_policy.h"
 #include "command_line.h"
 #include "demo_player.h"
@@ -61,6 +62,13 @@ std::optional<std::filesystem::path> homeFolder(const CommandLine& line, std::op
     if (!line.demo)
         return std::nullopt;
     return scratch.emplace().path().toStdString();
+}
+
+/// A bundle has its own icon.
+void setWindowIcon()
+{
+    if (QGuiApplication::platformName() != QStringLiteral("cocoa"))
+        QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("quenchly"), applicationIcon()));
 }
 
 int runInMenuBar(System system)
@@ -132,6 +140,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QString::fromLatin1(quenchly::version));
     QApplication::setDesktopFileName(QStringLiteral("quenchly"));
     QApplication::setQuitOnLastWindowClosed(false);
+    setWindowIcon();
     quenchly::becomeMenuBarApplication();
     return run(line);
 }

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <set>
+
+#include "program.h"
+#include "test_files.h"
+
+namespace quenchly {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ProgramRun;
+
+QString q(const fs::path& path)
+{
+    return QString::fromStdString(path.string());
+}
+
+class Installation : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        folder = std::make_unique<testing::ScratchFolder>();
+        const ProgramRun run = testing::runProgram(QStringLiteral(QUENCHLY_CMAKE),
+                                                   {QStringLiteral("--install"), QStringLiteral(QUENCHLY_BUILD),
+                                                    QStringLiteral("--prefix"), q(folder->path())});
+        ASSERT_EQ(run.exitStatus, 0) << run.errors;
+    }
+    static void TearDownTestSuite() { folder.reset(); }
+
+    static std::set<std::string> files()
+    {
+        std::set<std::string> names;
+        for (const auto& entry : fs::recursive_directory_iterator(folder->path()))
+            if (!entry.is_directory())
+                names.insert(entry.path().lexically_relative(folder->path()).string());
+        return names;
+    }
+
+    static inline std::unique_ptr<testing::ScratchFolder> folder;
+};
+
+TEST_F(Installation, HoldsTheProgramsTheEntryTheIconsAndNothingElse)
+{
+    std::set<std::string> expected{"bin/quenchly-menubar",
+                                   "bin/quenchly-status",
+                                   QUENCHLY_DEMO_FOLDER "/quenchly",
+                                   "share/applications/quenchly.desktop",
+                                   "share/icons/hicolor/scalable/apps/quenchly.svg",
+                                   "share/icons/hicolor/symbolic/apps/quenchly-symbolic.svg"};
+    for (const char* side : {"16", "22", "24", "32", "48", "64", "128", "256", "512"})
+        expected.insert("share/icons/hicolor/" + std::string(side) + "x" + side + "/apps/quenchly.png");
+    EXPECT_EQ(files(), expected);
+}
+
+TEST_F(Installation, EachPictureHasTheSizeOfItsFolder)
+{
+    for (const int side : {16, 22, 24, 32, 48, 64, 128, 256, 512}) {
+        const std::string name = std::to_string(side) + "x" + std::to_string(side);
+        const QImage picture(q(*folder / ("share/icons/hicolor/" + name + "/apps/quenchly.png")));
+        EXPECT_EQ(picture.size(), QSize(side, side)) << name;
+    }
+}
+
+TEST_F(Installation, TheDesktopEntryIsValid)
+{
+    const QString validator = QStringLiteral(QUENCHLY_DESKTOP_FILE_VALIDATE);
+    if (validator.endsWith(QStringLiteral("NOTFOUND")))
+        GTEST_SKIP() << "desktop-file-validate is not installed";
+    const ProgramRun run = testing::runProgram(validator, {q(*folder / "share/applications/quenchly.desktop")});
+    EXPECT_EQ(run.exitStatus, 0);
+    EXPECT_EQ(run.output + run.errors, "");
+}
+
+TEST_F(Installation, TheDesktopEntryStartsWhatIsInstalled)
+{
+    std::ifstream entry(*folder / "share/applications/quenchly.desktop");
+    std::set<std::string> lines;
+    for (std::string line; std::getline(entry, line);)
+        lines.insert(line);
+    EXPECT_TRUE(lines.contains("Exec=quenchly-menubar"));
+    EXPECT_TRUE(lines.contains("Icon=quenchly"));
+    EXPECT_TRUE(fs::exists(*folder / "bin/quenchly-menubar"));
+}
+
+TEST_F(Installation, TheInstalledProgramFindsTheStandIn)
+{
+    const testing::ScratchFolder out;
+    const ProgramRun run = testing::runProgram(
+        q(*folder / "bin/quenchly-menubar"),
+        {QStringLiteral("--headless"), q(out / "pictures"), QStringLiteral("--demo"), QStringLiteral("holding")});
+    EXPECT_EQ(run.exitStatus, 0) << run.errors;
+    EXPECT_TRUE(fs::exists(out / "pictures/menu-bar.png"));
+}
+
+}  // namespace
+}  // namespace quenchly
