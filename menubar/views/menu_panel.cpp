@@ -281,6 +281,15 @@ void MenuPanel::keyPressEvent(QKeyEvent* event)
         QFrame::keyPressEvent(event);
 }
 
+bool MenuPanel::focusNextPrevChild(bool next)
+{
+    // The scroll area follows only the focus that was inside it before.
+    const bool moved = QFrame::focusNextPrevChild(next);
+    if (moved && view_->isAncestorOf(focusWidget()))
+        scrollArea_->ensureWidgetVisible(focusWidget());
+    return moved;
+}
+
 void MenuPanel::changeEvent(QEvent* event)
 {
     QFrame::changeEvent(event);

@@ -36,8 +36,12 @@ void PanelButton::setAvailable(bool available)
 
 void PanelButton::inheritFocus(const PanelButton& from)
 {
-    if (window()->focusWidget() == &from || (from.awaitsFocus_ && window()->focusWidget() == window()))
-        setFocus(from.focusShows_ ? Qt::TabFocusReason : Qt::MouseFocusReason);
+    const QWidget* focus = window()->focusWidget();
+    if (focus != &from && !(from.awaitsFocus_ && focus == window()))
+        return;
+    focusShows_ = from.focusShows_;
+    awaitsFocus_ = !isEnabled();
+    setFocus(Qt::PopupFocusReason);
 }
 
 void PanelButton::keyPressEvent(QKeyEvent* event)
