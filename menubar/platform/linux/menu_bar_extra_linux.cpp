@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QIcon>
 #include <QPixmap>
+#include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <chrono>
@@ -37,6 +38,20 @@ QIcon iconOf(const std::vector<QImage>& images)
 QString plainToolTip(const QString& text)
 {
     return QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
+}
+
+/// A tray on X11 tells positions in pixels. Qt keeps the corner of a screen where it is and scales what is inside.
+QPoint inPoints(QPoint position)
+{
+    if (QGuiApplication::platformName() != QStringLiteral("xcb"))
+        return position;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->geometry();
+        const QRect pixels(area.topLeft(), area.size() * screen->devicePixelRatio());
+        if (pixels.contains(position))
+            return area.topLeft() + (position - area.topLeft()) / screen->devicePixelRatio();
+    }
+    return position;
 }
 
 class LinuxMenuBarExtra : public MenuBarExtra {
@@ -74,7 +89,8 @@ LinuxMenuBarExtra::LinuxMenuBarExtra()
         return;
     }
     item_ = std::make_unique<StatusNotifierItem>(bus);
-    connect(item_.get(), &StatusNotifierItem::activated, this, &LinuxMenuBarExtra::activated);
+    connect(item_.get(), &StatusNotifierItem::activated, this,
+            [this](QPoint position, const QString& token) { Q_EMIT activated(inPoints(position), token); });
     connect(item_.get(), &StatusNotifierItem::hostChanged, this, &LinuxMenuBarExtra::hostChanged);
 }
 
