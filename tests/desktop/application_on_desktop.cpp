@@ -144,7 +144,7 @@ std::vector<Accessible> ApplicationOnDesktop::named(const QString& name) const
     return found;
 }
 
-QRect ApplicationOnDesktop::inPixels(const QRect& points) const
+QRect ApplicationOnDesktop::inPixels(const QRect& points)
 {
     return {points.topLeft() * scale(), points.size() * scale()};
 }

@@ -48,7 +48,7 @@ protected:
     bool shows(const QString& name) const { return !named(name).empty(); }
     /// Where a button is on the screen, in pixels; empty when there is none. `place` counts those of one name.
     QRect buttonNamed(const QString& name, std::size_t place = 0) const;
-    QRect inPixels(const QRect& points) const;
+    static QRect inPixels(const QRect& points);
     /// Clicks a button once it is there and stays where it is.
     void clickButton(const QString& name, std::size_t place = 0);
     /// What has the focus; empty when nothing has.

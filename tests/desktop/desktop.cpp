@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QDir>
 #include <QGuiApplication>
 #include <QPixmap>
@@ -97,8 +100,8 @@ void turnWheel(QPoint position, int steps)
     const int downwards = 5;
     moveTo(position);
     run(QStringLiteral("xdotool"),
-        {QStringLiteral("click"), QStringLiteral("--repeat"), QString::number(std::abs(steps)),
-         QString::number(steps < 0 ? upwards : downwards)});
+        {QStringLiteral("click"), QStringLiteral("--delay"), QStringLiteral("5"), QStringLiteral("--repeat"),
+         QString::number(std::abs(steps)), QString::number(steps < 0 ? upwards : downwards)});
 }
 
 void press(const char* key)
@@ -106,9 +109,20 @@ void press(const char* key)
     run(QStringLiteral("xdotool"), {QStringLiteral("key"), QLatin1String(key)});
 }
 
+bool trayRuns()
+{
+    const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(watcher, QStringLiteral("/StatusNotifierWatcher"),
+                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    question << watcher << QStringLiteral("IsStatusNotifierHostRegistered");
+    const QDBusMessage answer = QDBusConnection::sessionBus().call(question);
+    return answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
+}
+
 bool barIsThere()
 {
-    return waitFor([] { return workArea().height() < primaryScreen().geometry().height(); });
+    return waitFor([] { return workArea().height() < primaryScreen().geometry().height() && trayRuns(); });
 }
 
 QImage screen()

@@ -25,7 +25,9 @@ void press(const char* key);
 QImage screen();
 /// What the bar leaves of the screen.
 QRect workArea();
-/// Waits until the bar has taken its place.
+/// Whether there is a tray that shows items.
+bool trayRuns();
+/// Waits until the bar with its tray has taken its place.
 bool barIsThere();
 /// The pointer rests here, away from everything.
 QPoint idlePosition();

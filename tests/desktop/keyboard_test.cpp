@@ -11,6 +11,19 @@ namespace {
 
 using namespace testing;
 
+/// Where in an image there is something light.
+QRect inkedPart(const QImage& image)
+{
+    QRect found;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) > 128)
+                found |= QRect(x, y, 1, 1);
+        }
+    }
+    return found;
+}
+
 class KeyboardTest : public ApplicationOnDesktop {
 protected:
     void SetUp() override
@@ -22,6 +35,14 @@ protected:
     bool waitForFocus(const QString& name) const
     {
         return waitFor([&] { return focused().name == name; });
+    }
+
+    QRect popover() const
+    {
+        for (const OpenWindow& window : windows())
+            if (window.title == QStringLiteral("Help"))
+                return window.geometry;
+        return {};
     }
 
     bool waitForWindows(std::size_t count) const
@@ -42,6 +63,20 @@ TEST_F(KeyboardTest, EscapeClosesThePopoverFirstAndThenThePanel)
     EXPECT_FALSE(panel().isEmpty());
     press("Escape");
     EXPECT_TRUE(waitForWindows(0));
+}
+
+TEST_F(KeyboardTest, ThePopoverShowsItsWholeText)
+{
+    openPanel();
+    clickButton(QStringLiteral("Help"));
+    ASSERT_TRUE(waitForWindows(2));
+    ASSERT_TRUE(screenRests());
+    const QRect text = inkedPart(screen().copy(popover().adjusted(1, 1, -1, -1)));
+    // What would not fit into the label leaves a wide margin above and below it.
+    const int widestMargin = 20;
+    EXPECT_LT(text.top(), widestMargin);
+    EXPECT_GT(text.bottom(), popover().height() - widestMargin);
+    EXPECT_LE(popover().width(), 260);
 }
 
 TEST_F(KeyboardTest, APressBesideThePopoverClosesOnlyThePopover)
@@ -134,6 +169,24 @@ TEST_F(KeyboardTest, ArrowsReturnAndSpaceWorkTheRows)
     EXPECT_TRUE(waitForWindows(1));
     press("Up");
     EXPECT_TRUE(waitForFocus(QStringLiteral("Open at Login: Off")));
+}
+
+TEST_F(KeyboardTest, TheFocusGoesOnToTheNextEntryWhenOneIsAcknowledged)
+{
+    playScenario("set-aside");
+    openPanel();
+    ASSERT_TRUE(waitFor([this] { return shows(QStringLiteral("SET ASIDE (3)")); }));
+    const QString acknowledge = QStringLiteral("Acknowledge");
+    press("Down");
+    ASSERT_TRUE(waitForFocus(acknowledge));
+    const QString first = focused().path;
+    press("Return");
+    ASSERT_TRUE(waitFor([this] { return shows(QStringLiteral("SET ASIDE (2)")); }));
+    ASSERT_TRUE(waitForFocus(acknowledge));
+    EXPECT_NE(focused().path, first);
+    press("Return");
+    ASSERT_TRUE(waitFor([this] { return shows(QStringLiteral("SET ASIDE (1)")); }));
+    EXPECT_TRUE(waitForFocus(acknowledge));
 }
 
 }  // namespace

@@ -70,11 +70,6 @@ bool barRuns()
     return QDBusConnection::sessionBus().interface()->isServiceRegistered(barService);
 }
 
-bool trayRuns()
-{
-    return QDBusConnection::sessionBus().interface()->isServiceRegistered(watcher);
-}
-
 void killBar()
 {
     const uint barId = QDBusConnection::sessionBus().interface()->servicePid(barService);
@@ -101,12 +96,6 @@ void startBar()
 
 class TrayTest : public ApplicationOnDesktop {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(waitFor([] { return trayRuns(); }));
-        ApplicationOnDesktop::SetUp();
-    }
-
     void TearDown() override
     {
         ApplicationOnDesktop::TearDown();

@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "application_on_desktop.h"
+#include "desktop.h"
+
+namespace quenchly {
+namespace {
+
+using namespace testing;
+
+/// Runs on desktops with different bars, screens and scales.
+class PlacementTest : public ApplicationOnDesktop {
+protected:
+    void openIn(const char* scenario)
+    {
+        showScenario(scenario);
+        openPanel();
+        ASSERT_TRUE(screenRests());
+    }
+
+    static int widestGap() { return inPixels(QRect(0, 0, 8, 8)).width(); }
+};
+
+TEST_F(PlacementTest, ThePanelIsAtTheItemAndInsideTheWorkArea)
+{
+    openIn("calm");
+    keepPicture(QStringLiteral("placement"));
+    EXPECT_TRUE(workArea().contains(panel()));
+    EXPECT_EQ(panel().width(), inPixels(QRect(0, 0, 380, 1)).width());
+    const QRect icon = iconOnBar();
+    EXPECT_LE(panel().left(), icon.right());
+    EXPECT_GE(panel().right() + widestGap(), icon.left());
+    const int gap =
+        icon.top() < workArea().top() ? panel().top() - workArea().top() : workArea().bottom() - panel().bottom();
+    EXPECT_LE(gap, widestGap());
+}
+
+TEST_F(PlacementTest, ThePanelStaysInsideTheWorkAreaWhileItGrowsAndShrinks)
+{
+    openIn("calm");
+    const QRect before = panel();
+    playScenario("set-aside");
+    ASSERT_TRUE(waitFor([this] { return shows(QStringLiteral("SET ASIDE (3)")); }));
+    ASSERT_TRUE(screenRests());
+    keepPicture(QStringLiteral("placement-set-aside"));
+    EXPECT_GE(panel().height(), before.height());
+    EXPECT_TRUE(workArea().contains(panel()));
+    playScenario("calm");
+    EXPECT_TRUE(waitFor([&] { return panel() == before; }));
+}
+
+TEST_F(PlacementTest, APopoverStaysOnTheScreen)
+{
+    openIn("calm");
+    clickButton(QStringLiteral("Help"), 1);
+    ASSERT_TRUE(waitFor([this] { return hasWindows(2); }));
+    for (const OpenWindow& window : windows())
+        EXPECT_TRUE(workArea().contains(window.geometry)) << window.title.toStdString();
+}
+
+}  // namespace
+}  // namespace quenchly
