@@ -100,10 +100,10 @@ TextLines::Broken TextLabel::lines(double width) const
 
 void TextLabel::updateToolTip()
 {
-    if (!fullText_.isEmpty())
-        setToolTip(plainToolTip(fullText_));
-    else
-        setToolTip(lines(width()).cut ? plainToolTip(text()) : QString());
+    const QString cut = lines(width()).cut ? text() : QString();
+    const QString whole = fullText_.isEmpty() ? cut : fullText_;
+    setToolTip(plainToolTip(whole));
+    setAccessibleDescription(whole);  // else the tooltip's markup would be read out
 }
 
 void TextLabel::resizeEvent(QResizeEvent* event)

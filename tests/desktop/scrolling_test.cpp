@@ -22,6 +22,12 @@ protected:
     bool isReached(const QString& row) const { return panel().contains(buttonNamed(row)); }
 };
 
+TEST_F(ScrollingTest, ThePanelStaysInsideTheWorkArea)
+{
+    EXPECT_TRUE(workArea().contains(panel()));
+    EXPECT_FALSE(isReached(QStringLiteral("Quit Quenchly")));
+}
+
 TEST_F(ScrollingTest, TheWheelReachesTheLastRowAndTheFirst)
 {
     turnWheel(panel().center(), 30);
