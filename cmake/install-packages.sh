@@ -6,7 +6,8 @@ debian_packages() {
     echo build-essential cmake ninja-build qt6-base-dev libgl-dev libxcb1-dev nlohmann-json3-dev libutf8proc-dev
     case $1 in
         test)
-            echo libgtest-dev desktop-file-utils procps xvfb xauth dbus at-spi2-core openbox xfce4-panel xfconf xdotool
+            echo libgtest-dev desktop-file-utils procps xvfb xauth dbus at-spi2-core
+            echo openbox xcompmgr xfce4-panel xfconf xdotool
             echo clang-19 llvm-19 libclang-rt-19-dev libc++-19-dev musl-dev
             echo libgnustep-gui-dev gnustep-back0.29-cairo gobjc
             ;;

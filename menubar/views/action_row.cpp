@@ -22,8 +22,8 @@ constexpr double disabledOpacity = 0.5;
 constexpr double hoverOpacity = 0.07;
 constexpr double pressedOpacity = 0.13;
 
-/// Where the texts end, before the help icon.
-constexpr int textEnd = panelWidth - margin - HelpIcon::side - gapBeforeHelp;
+constexpr int helpStart = panelWidth - margin - HelpIcon::side + HelpIcon::inset;
+constexpr int textEnd = helpStart - gapBeforeHelp;
 
 int rowHeight()
 {
@@ -98,8 +98,7 @@ void ActionRow::setContent(const MenuContent::Row& row)
 void ActionRow::resizeEvent(QResizeEvent*)
 {
     button_->setGeometry(rect());
-    help_->setGeometry(width() - margin - HelpIcon::side, (height() - HelpIcon::side) / 2, HelpIcon::side,
-                       HelpIcon::side);
+    help_->setGeometry(helpStart, (height() - HelpIcon::side) / 2, HelpIcon::side, HelpIcon::side);
 }
 
 }  // namespace quenchly

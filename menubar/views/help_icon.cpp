@@ -12,7 +12,7 @@
 namespace quenchly {
 namespace {
 
-constexpr double symbolDiameter = 12;
+constexpr double symbolDiameter = HelpIcon::side - 2 * HelpIcon::inset;
 constexpr double strokeWidth = 1.1;
 constexpr int titleSize = 13;
 

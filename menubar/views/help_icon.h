@@ -15,6 +15,7 @@ class HelpIcon : public PanelButton {
 
 public:
     static constexpr int side = 18;
+    static constexpr int inset = 3;  ///< of the symbol; by so much it goes beyond a margin to stand in line with texts
 
     explicit HelpIcon(QWidget* parent = nullptr);
 

@@ -32,7 +32,7 @@ SetAsideView::SetAsideView(QWidget* parent) : QWidget(parent)
     footnote_ =
         new TextLabel({.pixelSize = footerSize, .ink = PanelColors::faded(PanelColors::inkMuted, noteOpacity)}, this);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(margin, paddingV, margin, paddingV);
+    column->setContentsMargins(margin, paddingV, margin - HelpIcon::inset, paddingV);
     column->setSpacing(4);
     column->addWidget(heading_);
     column->addLayout(rowColumn_);

@@ -9,8 +9,8 @@
 namespace quenchly::testing {
 namespace {
 
+constexpr int panelWidth = 380;  // points
 constexpr const char* runsFile = "runs";
-constexpr int panelWidth = 380;  // points; an alert has the same title
 constexpr const char* addressesFile = "addresses";
 
 double scale()
@@ -117,12 +117,24 @@ std::vector<OpenWindow> ApplicationOnDesktop::windows() const
     return found;
 }
 
-QRect ApplicationOnDesktop::panel() const
+QRect ApplicationOnDesktop::windowTitled(const QString& title) const
 {
     for (const OpenWindow& window : windows())
-        if (window.title == QStringLiteral("Quenchly") && window.geometry.width() % panelWidth == 0)
+        if (window.title == title)
             return window.geometry;
     return {};
+}
+
+QRect ApplicationOnDesktop::panel() const
+{
+    const QRect found = windowTitled(QStringLiteral("Quenchly"));
+    return found.width() == inPixels(QRect(0, 0, panelWidth, 1)).width() ? found
+                                                                         : QRect();  // an alert has the title too
+}
+
+QRect ApplicationOnDesktop::popover() const
+{
+    return windowTitled(QStringLiteral("Help"));
 }
 
 void ApplicationOnDesktop::openPanel()
@@ -130,6 +142,7 @@ void ApplicationOnDesktop::openPanel()
     const QRect icon = restingIcon();
     ASSERT_FALSE(icon.isNull());
     click(icon.center());
+    moveTo(idlePosition());
     ASSERT_TRUE(waitFor([this] { return !panel().isEmpty(); }));
     ASSERT_TRUE(waitFor([this] {
         const std::vector<Accessible> showing = tree().showing();

@@ -41,6 +41,8 @@ protected:
     void openPanel();
     /// Where the panel is, in pixels; empty while it is closed.
     QRect panel() const;
+    /// Where the open help is, in pixels; empty while none is open.
+    QRect popover() const;
 
     AccessibilityTree tree() const { return AccessibilityTree(application.processId()); }
     /// What shows with a name; several objects can have it.
@@ -63,6 +65,7 @@ protected:
     QProcess application;
 
 private:
+    QRect windowTitled(const QString& title) const;
     QStringList linesOf(const char* file) const;
 };
 

@@ -137,7 +137,7 @@ QRect workArea()
 
 QPoint idlePosition()
 {
-    return primaryScreen().geometry().center() + QPoint(0, primaryScreen().geometry().height() / 4);
+    return {1, primaryScreen().geometry().center().y()};
 }
 
 void keepPicture(const QString& name)

@@ -37,14 +37,6 @@ protected:
         return waitFor([&] { return focused().name == name; });
     }
 
-    QRect popover() const
-    {
-        for (const OpenWindow& window : windows())
-            if (window.title == QStringLiteral("Help"))
-                return window.geometry;
-        return {};
-    }
-
     bool waitForWindows(std::size_t count) const
     {
         return waitFor([&] { return hasWindows(count); });

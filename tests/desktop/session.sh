@@ -1,24 +1,27 @@
 #!/bin/bash
 # Runs a command on a desktop of its own: X server, session bus, window manager and a panel with a tray.
-# Usage: session.sh [--screen WIDTHxHEIGHT] [--bar EDGE-SIDE] [--scale FACTOR] LOG_FOLDER COMMAND [ARGUMENT...]
+# Usage: session.sh [--screen WIDTHxHEIGHT] [--bar EDGE-SIDE] [--scale FACTOR] [--compositing yes|no]
+#                   LOG_FOLDER COMMAND [ARGUMENT...]
 #   EDGE is where the bar lies, top or bottom, and SIDE where the tray is on it, left or right. The command finds them
 #   in SESSION_BAR, and the factor by which the tested program is to be enlarged in SESSION_SCALE.
 set -euo pipefail
 
 fail_with_usage() {
-    sed -n '3,5s/^# //p' "$0" >&2
+    sed -n '3,6s/^# //p' "$0" >&2
     exit 2
 }
 
 screen=1280x800
 bar=top-right
 scale=1
+compositing=no
 while [[ ${1-} == --* ]]; do
     [ $# -ge 2 ] || fail_with_usage
     case $1 in
         --screen) screen=$2 ;;
         --bar) bar=$2 ;;
         --scale) scale=$2 ;;
+        --compositing) compositing=$2 ;;
         *) fail_with_usage ;;
     esac
     shift 2
@@ -74,7 +77,9 @@ setsid env -u WAYLAND_DISPLAY -u XAUTHORITY -u DBUS_SESSION_BUS_ADDRESS -u SESSI
     XDG_DATA_HOME="$scratch/home/.local/share" XDG_STATE_HOME="$scratch/home/.local/state" \
     XDG_CURRENT_DESKTOP=XFCE XDG_SESSION_TYPE=x11 NO_AT_BRIDGE=1 LC_ALL=C.UTF-8 LANGUAGE=en \
     QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" SESSION_BAR="$bar" SESSION_SCALE="$scale" \
+    COMPOSITING="$compositing" \
     dbus-run-session -- bash -c '
+        if [ "$COMPOSITING" = yes ]; then xcompmgr >"$SESSION_LOGS/xcompmgr.log" 2>&1 & fi
         openbox >"$SESSION_LOGS/openbox.log" 2>&1 &
         xfce4-panel --disable-wm-check >"$SESSION_LOGS/xfce4-panel.log" 2>&1 &
         "$@" 2>&4 4>&- && status=0 || status=$?
