@@ -8,7 +8,6 @@
 #include "panel_colors.h"
 #include "panel_metrics.h"
 #include "text_label.h"
-#include "text_lines.h"
 
 namespace quenchly {
 namespace {
@@ -31,9 +30,10 @@ int rowHeight()
     return std::max(lowestRow, text + 2 * rowPadV);
 }
 
-void paintLine(QPainter& painter, const QRectF& room, const QString& line, const QFont& font)
+/// Where a line's upper edge is that stands in the middle of a height.
+double topInMiddle(int height, const QFont& font)
 {
-    TextLines::paint(painter, {room.left(), room.center().y() - QFontMetricsF(font).height() / 2}, line, font);
+    return (height - QFontMetricsF(font).height()) / 2;
 }
 
 /// For who cannot see the trailing text and the help icon beside the title.
@@ -44,7 +44,7 @@ QString description(const MenuContent::Row& row)
 
 }  // namespace
 
-ActionButton::ActionButton(QWidget* parent) : PanelButton(parent)
+ActionButton::ActionButton(QWidget* parent) : PanelButton(parent), trailingFont_(panelFont(secondarySize))
 {
     setFont(panelFont(bodySize));
 }
@@ -65,14 +65,15 @@ void ActionButton::paintEvent(QPaintEvent*)
     painter.save();
     if (!isEnabled())
         painter.setOpacity(disabledOpacity);
-    const QFont trailingFont = panelFont(secondarySize);
-    const double trailingStart = textEnd - TextLines::width(trailing_, trailingFont);
+    trailingLine_.set(trailing_, trailingFont_);
+    const double trailingStart = textEnd - trailingLine_.width();
     painter.setPen(PanelColors::gold);
-    paintLine(painter, QRectF(trailingStart, 0, textEnd - trailingStart, height()), trailing_, trailingFont);
-    painter.setPen(PanelColors::inkText);
+    trailingLine_.paint(painter, {trailingStart, topInMiddle(height(), trailingFont_)});
     const double titleEnd = trailing_.isEmpty() ? textEnd : trailingStart - gapBeforeTrailing;
-    const QString title = TextLines::broken(text(), font(), titleEnd - margin, 1).lines.value(0);
-    paintLine(painter, QRectF(margin, 0, titleEnd - margin, height()), title, font());
+    title_.set(text(), font(), 1);
+    painter.setPen(PanelColors::inkText);
+    for (const TextLines::Line& line : title_.lines(titleEnd - margin))
+        line.paint(painter, {margin, topInMiddle(height(), font())});
     painter.restore();
     paintFocus(painter, rect().adjusted(4, 1, -4, -1), 6);
 }

@@ -2,6 +2,7 @@
 
 #include "menu_content.h"
 #include "panel_button.h"
+#include "text_lines.h"
 
 namespace quenchly {
 
@@ -20,7 +21,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    QFont trailingFont_;
     QString trailing_;
+    TextLines::Line trailingLine_;
+    TextLines::Paragraph title_;
 };
 
 /// One action of the panel across its whole width, with its help icon. The help stays within reach while the action is

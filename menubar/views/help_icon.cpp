@@ -7,7 +7,6 @@
 #include "help_popover.h"
 #include "panel_colors.h"
 #include "text_label.h"
-#include "text_lines.h"
 
 namespace quenchly {
 namespace {
@@ -82,7 +81,8 @@ bool HelpIcon::isPopoverOpen() const
 
 QSize HelpIcon::sizeHint() const
 {
-    const int titleWidth = static_cast<int>(std::ceil(TextLines::width(text(), font())));
+    title_.set(text(), font());
+    const int titleWidth = static_cast<int>(std::ceil(title_.width()));
     return {titleWidth + side, side};
 }
 
@@ -109,7 +109,8 @@ void HelpIcon::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const bool stressed = underMouse() || isDown() || isPopoverOpen();
     painter.setPen(PanelColors::inkMuted);
-    TextLines::paint(painter, {0, (height() - QFontMetricsF(font()).height()) / 2}, text(), font());
+    title_.set(text(), font());
+    title_.paint(painter, {0, (height() - QFontMetricsF(font()).height()) / 2});
     const QRectF frame(width() - side, 0, side, height());
     paintSymbol(painter, frame, stressed ? PanelColors::inkMuted : PanelColors::helpSymbol);
     paintFocus(painter, rect(), side / 2.0);

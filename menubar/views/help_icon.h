@@ -4,6 +4,7 @@
 #include <string>
 
 #include "panel_button.h"
+#include "text_lines.h"
 
 namespace quenchly {
 
@@ -35,6 +36,7 @@ protected:
 private:
     void togglePopover();
 
+    mutable TextLines::Line title_;
     QString help_;
     QPointer<HelpPopover> popover_;
 };

@@ -7,7 +7,6 @@
 #include "panel_colors.h"
 #include "panel_metrics.h"
 #include "text_label.h"
-#include "text_lines.h"
 
 namespace quenchly {
 namespace {
@@ -30,7 +29,8 @@ PillButton::PillButton(QWidget* parent) : PanelButton(parent)
 
 QSize PillButton::sizeHint() const
 {
-    const QSizeF text(TextLines::width(this->text(), font()), QFontMetricsF(font()).height());
+    line_.set(this->text(), font());
+    const QSizeF text(line_.width(), QFontMetricsF(font()).height());
     return {static_cast<int>(std::ceil(text.width())) + 2 * paddingH,
             static_cast<int>(std::ceil(text.height())) + 2 * paddingV};
 }
@@ -48,7 +48,8 @@ void PillButton::paintEvent(QPaintEvent*)
     painter.setPen(QPen(PanelColors::faded(PanelColors::gold, outlineOpacity), 1));
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
     painter.setPen(PanelColors::gold);
-    TextLines::paint(painter, {paddingH, (height() - QFontMetricsF(font()).height()) / 2}, text(), font());
+    line_.set(text(), font());
+    line_.paint(painter, {paddingH, (height() - QFontMetricsF(font()).height()) / 2});
     painter.restore();
     paintFocus(painter, rect(), cornerRadius);
 }

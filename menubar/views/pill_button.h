@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panel_button.h"
+#include "text_lines.h"
 
 namespace quenchly {
 
@@ -15,6 +16,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    mutable TextLines::Line line_;
 };
 
 }  // namespace quenchly

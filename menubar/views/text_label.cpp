@@ -71,7 +71,7 @@ void TextLabel::setFullText(const std::string& utf8)
 
 QSize TextLabel::sizeHint() const
 {
-    const int width = roundedUp(TextLines::width(text(), font()));
+    const int width = roundedUp(naturalWidth());
     if (style_.mostLines == 1)
         return {width, roundedUp(lineHeight())};
     const int wrapped = std::min(width, widestWrapped);
@@ -85,7 +85,7 @@ QSize TextLabel::minimumSizeHint() const
 
 int TextLabel::heightForWidth(int width) const
 {
-    return roundedUp(lineHeight() * std::max(1.0, static_cast<double>(lines(width).lines.size())));
+    return roundedUp(lineHeight() * std::max(1.0, static_cast<double>(paragraph().broken(width).lines.size())));
 }
 
 double TextLabel::lineHeight() const
@@ -93,14 +93,21 @@ double TextLabel::lineHeight() const
     return style_.lineHeight > 0 ? style_.lineHeight * style_.pixelSize : QFontMetricsF(font()).height();
 }
 
-TextLines::Broken TextLabel::lines(double width) const
+double TextLabel::naturalWidth() const
 {
-    return TextLines::broken(text(), font(), width, style_.mostLines);
+    whole_.set(text(), font());
+    return whole_.width();
+}
+
+const TextLines::Paragraph& TextLabel::paragraph() const
+{
+    paragraph_.set(text(), font(), style_.mostLines);
+    return paragraph_;
 }
 
 void TextLabel::updateToolTip()
 {
-    const QString cut = lines(width()).cut ? text() : QString();
+    const QString cut = paragraph().broken(width()).cut ? text() : QString();
     const QString whole = fullText_.isEmpty() ? cut : fullText_;
     setToolTip(plainToolTip(whole));
     setAccessibleDescription(whole);  // else the tooltip's markup would be read out
@@ -118,9 +125,9 @@ void TextLabel::paintEvent(QPaintEvent*)
     painter.setPen(style_.ink);
     const double above = (lineHeight() - QFontMetricsF(font()).height()) / 2;
     double top = 0;
-    for (const QString& line : lines(width()).lines) {
-        const double left = alignment().testFlag(Qt::AlignRight) ? width() - TextLines::width(line, font()) : 0;
-        TextLines::paint(painter, {left, top + above}, line, font());
+    for (const TextLines::Line& line : paragraph().lines(width())) {
+        const double left = alignment().testFlag(Qt::AlignRight) ? width() - line.width() : 0;
+        line.paint(painter, {left, top + above});
         top += lineHeight();
     }
 }

@@ -47,12 +47,15 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    TextLines::Broken lines(double width) const;
+    double naturalWidth() const;
+    const TextLines::Paragraph& paragraph() const;
     double lineHeight() const;
     void updateToolTip();
 
     TextStyle style_;
     QString fullText_;
+    mutable TextLines::Line whole_;
+    mutable TextLines::Paragraph paragraph_;
 };
 
 }  // namespace quenchly

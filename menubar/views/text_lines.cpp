@@ -13,10 +13,16 @@ namespace quenchly::TextLines {
 namespace {
 
 constexpr double unlimited = 1e6;
+constexpr std::size_t mostWidths = 4;
 
 bool isDigit(QChar character)
 {
     return character >= u'0' && character <= u'9';
+}
+
+bool hasDigits(const QString& text)
+{
+    return std::any_of(text.begin(), text.end(), isDigit);
 }
 
 /// The room to put on each side of a digit that makes it as wide as the widest. Qt has no switch for tabular figures
@@ -48,6 +54,8 @@ private:
 QList<QTextLayout::FormatRange> digitSpacing(const QString& text, const QFont& font)
 {
     QList<QTextLayout::FormatRange> ranges;
+    if (!hasDigits(text))
+        return ranges;
     const DigitPadding padding(font);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const double after = padding.at(text, i) + padding.at(text, i + 1);
@@ -70,34 +78,10 @@ void prepare(QTextLayout& layout, const QString& text, const QFont& font)
     layout.setFormats(digitSpacing(text, font));
 }
 
-class SingleLine {
-public:
-    SingleLine(const QString& text, const QFont& font)
-        : layout_(text, font), leading_(DigitPadding(font).at(text, 0)), ascent_(QFontMetricsF(font).ascent())
-    {
-        prepare(layout_, text, font);
-        layout_.beginLayout();
-        line_ = layout_.createLine();
-        if (line_.isValid())
-            line_.setLineWidth(unlimited);
-        layout_.endLayout();
-    }
-
-    double width() const { return line_.isValid() ? leading_ + line_.naturalTextWidth() : 0; }
-
-    void paint(QPainter& painter, QPointF position) const
-    {
-        // A character of another typeface makes the line higher; the baseline stays where it is.
-        const double above = line_.isValid() ? ascent_ - line_.ascent() : 0;
-        layout_.draw(&painter, position + QPointF(leading_, above));
-    }
-
-private:
-    QTextLayout layout_;
-    double leading_;
-    double ascent_;
-    QTextLine line_;
-};
+double roomBefore(const QString& text, const QFont& font)
+{
+    return !text.isEmpty() && isDigit(text.front()) ? DigitPadding(font).at(text, 0) : 0;
+}
 
 QString elided(const QString& text, const QFont& font, double room)
 {
@@ -135,12 +119,96 @@ Broken broken(const QString& text, const QFont& font, double width, int mostLine
 
 double width(const QString& line, const QFont& font)
 {
-    return SingleLine(line, font).width();
+    Line shaped;
+    shaped.set(line, font);
+    return shaped.width();
 }
 
-void paint(QPainter& painter, QPointF position, const QString& line, const QFont& font)
+class Line::Shaped {
+public:
+    Shaped(const QString& text, const QFont& font)
+        : layout_(text, font), leading_(roomBefore(text, font)), ascent_(QFontMetricsF(font).ascent())
+    {
+        prepare(layout_, text, font);
+        layout_.setCacheEnabled(true);
+        layout_.beginLayout();
+        line_ = layout_.createLine();
+        if (line_.isValid())
+            line_.setLineWidth(unlimited);
+        layout_.endLayout();
+    }
+
+    bool is(const QString& text, const QFont& font) const { return layout_.text() == text && layout_.font() == font; }
+
+    double width() const { return line_.isValid() ? leading_ + line_.naturalTextWidth() : 0; }
+
+    void paint(QPainter& painter, QPointF position) const
+    {
+        // A character of another typeface makes the line higher; the baseline stays where it is.
+        const double above = line_.isValid() ? ascent_ - line_.ascent() : 0;
+        layout_.draw(&painter, position + QPointF(leading_, above));
+    }
+
+private:
+    QTextLayout layout_;
+    double leading_;
+    double ascent_;
+    QTextLine line_;
+};
+
+Line::Line() = default;
+Line::~Line() = default;
+Line::Line(Line&&) noexcept = default;
+Line& Line::operator=(Line&&) noexcept = default;
+
+void Line::set(const QString& text, const QFont& font)
 {
-    SingleLine(line, font).paint(painter, position);
+    if (!shaped_ || !shaped_->is(text, font))
+        shaped_ = std::make_unique<const Shaped>(text, font);
+}
+
+double Line::width() const
+{
+    return shaped_ ? shaped_->width() : 0;
+}
+
+void Line::paint(QPainter& painter, QPointF position) const
+{
+    if (shaped_)
+        shaped_->paint(painter, position);
+}
+
+void Paragraph::set(const QString& text, const QFont& font, int mostLines)
+{
+    if (text_ == text && font_ == font && mostLines_ == mostLines)
+        return;
+    text_ = text;
+    font_ = font;
+    mostLines_ = mostLines;
+    brokenAt_.clear();
+    linesWidth_ = -1;
+}
+
+const Broken& Paragraph::broken(double width) const
+{
+    const auto known =
+        std::find_if(brokenAt_.begin(), brokenAt_.end(), [&](const auto& at) { return at.first == width; });
+    if (known != brokenAt_.end())
+        return known->second;
+    if (brokenAt_.size() == mostWidths)
+        brokenAt_.clear();
+    return brokenAt_.emplace_back(width, TextLines::broken(text_, font_, width, mostLines_)).second;
+}
+
+const std::vector<Line>& Paragraph::lines(double width) const
+{
+    if (linesWidth_ == width)
+        return lines_;
+    linesWidth_ = width;
+    lines_.clear();
+    for (const QString& line : broken(width).lines)
+        lines_.emplace_back().set(line, font_);
+    return lines_;
 }
 
 }  // namespace quenchly::TextLines
