@@ -25,16 +25,17 @@ constexpr int footerTop = 8;
 constexpr int footerBottom = 12;
 constexpr double footerOpacity = 0.85;
 
-/// A layout passes on what it needs only once its widget is visible and the event loop has run; the height is needed
-/// before.
-void layOutAnew(QWidget& widget)
+/// A layout passes on what it needs once the event loop has run; the height is needed before. Of widgets that are not
+/// visible it passes on nothing, so that there every layout has to count as changed.
+void layOut(QWidget& widget, bool all)
 {
     for (QObject* child : widget.children())
         if (child->isWidgetType() && !static_cast<QWidget*>(child)->isWindow())
-            layOutAnew(*static_cast<QWidget*>(child));
+            layOut(*static_cast<QWidget*>(child), all);
     if (widget.layout() == nullptr)
         return;
-    widget.layout()->invalidate();
+    if (all)
+        widget.layout()->invalidate();
     widget.layout()->activate();
 }
 
@@ -102,7 +103,7 @@ void MenuContentView::setContent(const MenuContent& content)
     actions_->setContent(content.actions);
     version_->showText(content.footer.version);
     updates_->showText(content.footer.updates);
-    layOutAnew(*this);
+    layOut(*this, !isVisible());
 }
 
 int MenuContentView::contentHeight() const

@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QScreen>
 #include <QTest>
+#include <algorithm>
+#include <tuple>
 
 #include "action_row.h"
 #include "help_icon.h"
@@ -62,6 +64,20 @@ protected:
             if (label->isVisible())
                 texts += label->text();
         return texts;
+    }
+
+    /// What is visible, and where.
+    std::vector<std::tuple<int, int, int, int, std::string>> places() const
+    {
+        std::vector<std::tuple<int, int, int, int, std::string>> places;
+        for (QWidget* widget : panel->findChildren<QWidget*>()) {
+            const QRect place(widget->mapTo(panel.get(), QPoint()), widget->size());
+            if (widget->isVisible())
+                places.emplace_back(place.y(), place.x(), place.height(), place.width(),
+                                    widget->metaObject()->className());
+        }
+        std::sort(places.begin(), places.end());
+        return places;
     }
 
     template <class Button>
@@ -160,6 +176,29 @@ TEST_F(MenuPanelTest, ItsHeightFollowsItsContent)
     change(setAsideState(3));
     EXPECT_EQ(panel->height(), withSetAside);
     EXPECT_EQ(panel->width(), 380);
+}
+
+TEST_F(MenuPanelTest, AChangeIsLaidOutAsIfItHadBeenThereFromTheStart)
+{
+    const std::string manyLines = std::string(R"({"lastCheck":"2026-03-01T11:59:30Z","story":{"text":")") +
+                                  "Many words that take several lines of the header. " +
+                                  "Many words that take several lines of the header." + R"(","tone":"cool"}})";
+    const std::vector<std::string> states{calmState,        hotState,         setAsideState(3), calmState, manyLines,
+                                          setAsideState(9), setAsideState(1), hotState,         manyLines, calmState};
+    const auto scanned = [this] { return texts().contains(QStringLiteral("Idle")); };
+    std::vector<std::vector<std::tuple<int, int, int, int, std::string>>> fromTheStart;
+    for (const std::string& state : states) {
+        open(state);
+        ASSERT_TRUE(QTest::qWaitFor(scanned));
+        fromTheStart.push_back(places());
+        panel.reset();
+    }
+    open(states.front());
+    ASSERT_TRUE(QTest::qWaitFor(scanned));
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        change(states[i]);
+        EXPECT_EQ(places(), fromTheStart[i]) << states[i];
+    }
 }
 
 TEST_F(MenuPanelTest, ItStaysInsideTheWorkAreaWhereverItIsOpenedAndHoweverItGrows)
