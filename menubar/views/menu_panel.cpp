@@ -31,6 +31,9 @@ constexpr int gapAroundPanel = 4;  // to the edges of the work area
 constexpr int scrollBarWidth = 8;
 constexpr double outlineOpacity = 0.14;
 
+/// What the outline, the rounded corners and the stripe take.
+constexpr int edgeWidth = static_cast<int>(PanelMetrics::cornerRadius);
+
 /// Until the first scan has ended, nothing is known of them but their names.
 std::vector<TargetRow> unscannedTargets()
 {
@@ -306,16 +309,21 @@ void MenuPanel::resizeEvent(QResizeEvent*)
     scrollBar_->setGeometry(width() - scrollBarWidth, 0, scrollBarWidth, height());
 }
 
-void MenuPanel::paintEvent(QPaintEvent*)
+void MenuPanel::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
+    QLinearGradient background(0, 0, 0, height());
+    background.setColorAt(0, PanelColors::backgroundTop);
+    background.setColorAt(1, PanelColors::backgroundBottom);
+    // A bar that moves shows this many times a second, and nothing of the edge.
+    if (rect().adjusted(edgeWidth, edgeWidth, -edgeWidth, -edgeWidth).contains(event->rect())) {
+        painter.fillRect(event->rect(), background);
+        return;
+    }
     painter.setRenderHint(QPainter::Antialiasing);
     const double radius = testAttribute(Qt::WA_TranslucentBackground) ? PanelMetrics::cornerRadius : 0;
     QPainterPath shape;
     shape.addRoundedRect(rect(), radius, radius);
-    QLinearGradient background(0, 0, 0, height());
-    background.setColorAt(0, PanelColors::backgroundTop);
-    background.setColorAt(1, PanelColors::backgroundBottom);
     painter.fillPath(shape, background);
     painter.save();
     painter.setClipPath(shape);
