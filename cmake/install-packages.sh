@@ -11,7 +11,7 @@ debian_packages() {
             echo clang-19 llvm-19 libclang-rt-19-dev libc++-19-dev musl-dev
             echo libgnustep-gui-dev gnustep-back0.29-cairo gobjc
             ;;
-        bench) echo procps xvfb xauth dbus openbox xfce4-panel xfconf i3status ;;
+        bench) echo procps xvfb xauth dbus openbox xfce4-panel xfconf i3status conky-std xdotool ;;
     esac
 }
 

@@ -1,5 +1,5 @@
 // Usage: observe SECONDS NAME=PROCESS...
-// Watches running programs side by side and compares each with those named i3status, i3status-full and bare-qt.
+// Watches running programs side by side and compares each with those named i3status, i3status-full, conky and bare-qt.
 // 0 seconds: only their memory.
 
 #include <time.h>
@@ -108,24 +108,31 @@ std::string ratio(double value, double reference)
     return reference > 0 ? text : "-";
 }
 
-double loadOf(const std::vector<Observed>& programs, const std::string& name, double seconds)
+/// The programs that the others' processor time is compared with.
+std::vector<const Observed*> references(const std::vector<Observed>& programs)
 {
-    const Observed* program = named(programs, name);
-    return program ? program->load(seconds) : 0;
+    std::vector<const Observed*> found;
+    for (const char* name : {"i3status", "i3status-full", "conky"})
+        if (const Observed* reference = named(programs, name))
+            found.push_back(reference);
+    return found;
 }
 
 void printLoad(const std::vector<Observed>& programs, double seconds)
 {
-    const double least = loadOf(programs, "i3status", seconds);
-    const double usual = loadOf(programs, "i3status-full", seconds);
-    std::printf("  %-24s %7s %18s %11s %16s %8s %8s\n", "processor time", "ms/s", "(10 s shares)", "x i3status",
-                "x i3status-full", "waits/s", "threads");
+    const std::vector<const Observed*> compared = references(programs);
+    std::printf("  %-24s %7s %18s", "processor time", "ms/s", "(10 s shares)");
+    for (const Observed* reference : compared)
+        std::printf(" %15s", ("x " + reference->name).c_str());
+    std::printf(" %8s %8s\n", "waits/s", "threads");
     for (const Observed& program : programs) {
         const Spread spread = spreadOf(program.shares);
-        std::printf("  %-24s %7.3f   (%.3f to %.3f) %11s %16s %8.2f %8d\n", program.name.c_str(), program.load(seconds),
-                    spread.lowest, spread.highest, ratio(program.load(seconds), least).c_str(),
-                    ratio(program.load(seconds), usual).c_str(),
-                    static_cast<double>(program.end.waits - program.begin.waits) / seconds, program.end.threads);
+        std::printf("  %-24s %7.3f   (%.3f to %.3f)", program.name.c_str(), program.load(seconds), spread.lowest,
+                    spread.highest);
+        for (const Observed* reference : compared)
+            std::printf(" %15s", ratio(program.load(seconds), reference->load(seconds)).c_str());
+        std::printf(" %8.2f %8d\n", static_cast<double>(program.end.waits - program.begin.waits) / seconds,
+                    program.end.threads);
     }
 }
 

@@ -13,6 +13,7 @@
 #include "process_facts.h"
 #include "scratch_home.h"
 #include "state_watcher.h"
+#include "updater.h"
 
 namespace {
 
@@ -56,7 +57,8 @@ int main(int argc, char** argv)
     const ScratchHome home("holding");
     int refreshes = 0;
     StateWatcher watcher(movingSystem(makeSystem(home.path()), refreshes));
-    const MenuBarApplication shown(watcher, makeMenuBarExtra());
+    Updater updater(watcher.system());
+    const MenuBarApplication shown(watcher, updater, makeMenuBarExtra());
 
     std::printf("  %9s %16s %16s %16s %12s %9s\n", "refreshes", "proportional", "private", "allocated", "descriptors",
                 "threads");

@@ -27,4 +27,7 @@ struct Spread {
 /// `values` must not be empty.
 Spread spreadOf(std::vector<double> values);
 
+/// Prints the median and the range of milliseconds as a line; nothing without values.
+void printMilliseconds(const char* what, const std::vector<double>& values);
+
 }  // namespace quenchly::bench
