@@ -42,6 +42,8 @@ bool writeFile(const QString& path, const QByteArray& bytes)
 System withoutSideEffects(System system)
 {
     system.userDefaults = std::make_shared<SettledDefaults>();
+    system.startUpdaterBackend = [] { return std::unique_ptr<UpdaterBackend>(); };
+    system.log = [](const std::string&) {};
     return system;
 }
 
