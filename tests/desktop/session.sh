@@ -2,7 +2,7 @@
 # Runs a command on a desktop of its own: X server, session bus, window manager and a panel with a tray.
 # Usage: session.sh [--screen WIDTHxHEIGHT] [--bar EDGE-SIDE] [--scale FACTOR] [--compositing yes|no]
 #                   LOG_FOLDER COMMAND [ARGUMENT...]
-#   EDGE is where the bar lies, top or bottom, and SIDE where the tray is on it, left or right. The command finds them
+#   EDGE is where the bar lies, top or bottom, and SIDE where the tray is on it, left, middle or right. The command finds them
 #   in SESSION_BAR, and the factor by which the tested program is to be enlarged in SESSION_SCALE.
 set -euo pipefail
 
@@ -35,8 +35,9 @@ case $bar in
     *) fail_with_usage ;;
 esac
 case $bar in
-    *-left) order='2 1' ;;
-    *-right) order='1 2' ;;
+    *-left) plugins='2 1 3' ;;
+    *-middle) plugins='1 2 3' ;;
+    *-right) plugins='1 3 2' ;;
     *) fail_with_usage ;;
 esac
 mkdir -p "$1"
@@ -66,7 +67,8 @@ read -r -t 20 display <"$scratch/display"
 mkdir -p -m 700 "$scratch/runtime"
 settings=$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml
 mkdir -p "$settings"
-sed -e "s/@edge@/$edge/" -e "s/@first@/${order% *}/" -e "s/@second@/${order#* }/" \
+read -r first second third <<<"$plugins"
+sed -e "s/@edge@/$edge/" -e "s/@first@/$first/" -e "s/@second@/$second/" -e "s/@third@/$third/" \
     "$(dirname "$0")/xfce4-panel.xml.in" >"$settings/xfce4-panel.xml"
 
 # A D-Bus daemon of its own, so that nothing started here finds a session of the person who runs this;
