@@ -49,6 +49,17 @@ Swap readSwap()
 }
 #endif
 
+/// Asking the system costs more than all the rest of a sample, and the answer hardly ever changes.
+std::int64_t processorCount()
+{
+    constexpr unsigned samplesPerAnswer = 60;
+    thread_local unsigned samples = 0;
+    thread_local std::int64_t count = 1;
+    if (samples++ % samplesPerAnswer == 0)
+        count = sysconf(_SC_NPROCESSORS_ONLN);
+    return count;
+}
+
 }  // namespace
 
 std::optional<LastMetrics> sample(bool swapCritical)
@@ -56,7 +67,7 @@ std::optional<LastMetrics> sample(bool swapCritical)
     const auto load1 = loadAverage1();
     if (!load1)
         return std::nullopt;
-    return sampleFrom({.load1 = load1, .cpuCount = sysconf(_SC_NPROCESSORS_ONLN), .swap = readSwap()}, swapCritical);
+    return sampleFrom({.load1 = load1, .cpuCount = processorCount(), .swap = readSwap()}, swapCritical);
 }
 
 std::optional<LastMetrics> sampleFrom(const Readings& readings, bool swapCritical)

@@ -2,6 +2,8 @@
 // What the open panel costs and where it goes: its content, its layout, its painting and its scans. Runs on any Qt
 // platform; on "offscreen" no window system is in the figures.
 
+#include <malloc.h>
+
 #include <QApplication>
 #include <QThread>
 #include <algorithm>
@@ -27,7 +29,9 @@ using namespace quenchly;
 using namespace quenchly::bench;
 
 constexpr int repetitions = 300;
-constexpr int coldSeconds = 8;
+constexpr int coldSeconds = 15;
+constexpr int mostOpenings = 1000;
+constexpr int untilScanHasEnded = 200;  // milliseconds
 constexpr int defaultProcesses = 300;
 
 /// The real sampler with a load that moves as often as it is asked.
@@ -72,9 +76,11 @@ public:
         const double first = cost([this] { open(); });
         std::printf("  %-44s %9.1f us\n", "first opening, without the making", first);
         std::vector<double> openings;
-        for (int repetition = 0; repetition < repetitions / 10; ++repetition) {
+        for (int opening = 1; opening <= mostOpenings; ++opening) {
             panel_.close();
             openings.push_back(cost([this] { open(); }));
+            if (opening == mostOpenings / 100 || opening == mostOpenings / 10 || opening == mostOpenings)
+                printAllocated(opening);
         }
         std::printf("  %-44s %9.1f us\n", "later opening", spreadOf(openings).median);
         settle(panel_);
@@ -86,6 +92,15 @@ private:
     {
         panel_.openAt({});
         QApplication::processEvents();
+    }
+
+    void printAllocated(int openings)
+    {
+        panel_.close();
+        QThread::msleep(untilScanHasEnded);
+        QApplication::processEvents();
+        std::printf("  allocated after %5d openings, closed          %6.2f MiB\n", openings,
+                    static_cast<double>(::mallinfo2().uordblks) / (1024 * 1024));
     }
 
     void moveFigures() { load_ = load_ > 1.5 ? 0.5 : load_ + 0.1; }
