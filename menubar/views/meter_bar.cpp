@@ -39,7 +39,9 @@ void MeterBar::setFill(double percent)
         return;
     const double velocity = isMoving() ? spring_.velocity(static_cast<double>(sinceLetGo_.elapsed()) / 1000) : 0;
     spring_ = {.from = shownFill_, .to = percent, .initialVelocity = velocity};
+    setUpdatesEnabled(false);  // or else it would be painted and sent to the screen at once, apart from the figure
     setValue(static_cast<int>(std::lround(percent)));
+    setUpdatesEnabled(true);
     if (!isVisible()) {
         settle();
         return;

@@ -83,6 +83,7 @@ public:
                 printAllocated(opening);
         }
         std::printf("  %-44s %9.1f us\n", "later opening", spreadOf(openings).median);
+        open();
         settle(panel_);
         printSteps();
     }
