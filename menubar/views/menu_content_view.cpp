@@ -51,7 +51,7 @@ MenuContentView::MenuContentView(QWidget* parent) : QWidget(parent)
     actions_ = new ActionsView(this);
     auto* aboveFooter = new Hairline(this);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, stripeHeight, 0, 0);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     for (QWidget* section : std::initializer_list<QWidget*>{header_, belowHeader, targets_, setAsideSection_,
                                                             aboveActions, actions_, aboveFooter, makeFooter()})

@@ -26,6 +26,7 @@ namespace quenchly {
 namespace {
 
 using PanelMetrics::panelWidth;
+using PanelMetrics::stripeHeight;
 
 constexpr int gapAroundPanel = 4;  // to the edges of the work area
 constexpr int scrollBarWidth = 8;
@@ -53,7 +54,7 @@ void paintWindStripe(QPainter& painter, int width)
     wind.setColorAt(1 / 3.0, color(WindPalette::teal, 0.45));
     wind.setColorAt(2 / 3.0, color(WindPalette::amber, 0.50));
     wind.setColorAt(1, color(WindPalette::red, 0.45));
-    painter.fillRect(QRectF(0, 0, width, PanelMetrics::stripeHeight), wind);
+    painter.fillRect(QRectF(0, 0, width, stripeHeight), wind);
 }
 
 }  // namespace
@@ -221,14 +222,14 @@ void MenuPanel::showWhole()
 {
     anchor_ = {};
     refresh();
-    setFixedHeight(view_->height());
+    setFixedHeight(stripeHeight + view_->height());
 }
 
 void MenuPanel::fit()
 {
     const int contentHeight = view_->contentHeight();
     view_->setFixedSize(panelWidth, contentHeight);
-    const int height = std::min(contentHeight, workArea().height());
+    const int height = std::min(stripeHeight + contentHeight, workArea().height());
     if (height != this->height())
         setFixedHeight(height);
     place();
@@ -305,8 +306,9 @@ void MenuPanel::changeEvent(QEvent* event)
 
 void MenuPanel::resizeEvent(QResizeEvent*)
 {
-    scrollArea_->setGeometry(rect());
-    scrollBar_->setGeometry(width() - scrollBarWidth, 0, scrollBarWidth, height());
+    const QRect belowStripe = rect().adjusted(0, stripeHeight, 0, 0);
+    scrollArea_->setGeometry(belowStripe);
+    scrollBar_->setGeometry(belowStripe.adjusted(width() - scrollBarWidth, 0, 0, 0));
 }
 
 void MenuPanel::paintEvent(QPaintEvent* event)

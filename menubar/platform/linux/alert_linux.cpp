@@ -1,8 +1,11 @@
 #include "alert.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QFont>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
@@ -10,6 +13,15 @@
 
 namespace quenchly {
 namespace {
+
+constexpr int iconSide = 48;
+
+void embolden(QLabel* label)
+{
+    QFont font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+}
 
 /// A message box that can always be closed without an answer. Its own class also keeps it from being replaced by the
 /// desktop's native one.
@@ -20,12 +32,14 @@ public:
     explicit AlertBox(const Alert& alert)
     {
         setWindowFlag(Qt::WindowStaysOnTopHint);  // as the panel does
-        setIcon(QMessageBox::Information);
+        const QIcon icon = QApplication::windowIcon();
+        icon.isNull() ? setIcon(QMessageBox::Information) : setIconPixmap(icon.pixmap(iconSide));
         setWindowTitle(QStringLiteral("Quenchly"));
         setText(QString::fromStdString(alert.title));
         setInformativeText(QString::fromStdString(alert.text));
         for (QLabel* label : findChildren<QLabel*>())
             label->setTextFormat(Qt::PlainText);
+        embolden(findChild<QLabel*>(QStringLiteral("qt_msgbox_label")));
         for (const std::string& button : alert.buttons)
             addPlainButton(QString::fromStdString(button));
     }
