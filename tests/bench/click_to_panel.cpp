@@ -104,9 +104,9 @@ public:
         mouse_.command("mouseup 1");
         QElapsedTimer timer;
         timer.start();
-        while (!panelLeft() && timer.elapsed() < deadline)
+        auto left = panelLeft();
+        for (; !left && timer.elapsed() < deadline; left = panelLeft())
             QThread::msleep(50);
-        const auto left = panelLeft();
         if (left)
             column_ = *left + columnInPanel;
         return left.has_value();
