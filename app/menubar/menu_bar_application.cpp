@@ -1,5 +1,6 @@
 #include "menu_bar_application.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <utility>
 
@@ -11,6 +12,17 @@ namespace {
 /// A press on the item first takes the focus from the open panel, which closes; the press itself arrives just after
 /// and must not open it again. In milliseconds.
 constexpr qint64 samePressInterval = 250;
+
+/// An alert takes all input until it is answered; a panel beside it would be dead.
+bool showAlertThatIsUp()
+{
+    QWidget* alert = QApplication::activeModalWidget();
+    if (alert == nullptr)
+        return false;
+    alert->raise();
+    alert->activateWindow();
+    return true;
+}
 
 }  // namespace
 
@@ -32,11 +44,15 @@ void MenuBarApplication::open(QPoint position, const QString& activationToken)
         qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());  // Qt's Wayland client passes it on and clears it
     if (!position.isNull())
         lastPosition_ = position;
+    if (showAlertThatIsUp())
+        return;
     panel().openAt(lastPosition_);
 }
 
 void MenuBarApplication::toggle(QPoint position, const QString& activationToken)
 {
+    if (showAlertThatIsUp())
+        return;
     if (panel().isVisible())
         panel().close();
     else if (!sinceHidden_.isValid() || sinceHidden_.elapsed() > samePressInterval)

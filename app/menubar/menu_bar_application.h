@@ -19,7 +19,7 @@ public:
     MenuBarApplication(StateWatcher& watcher, Updater& updater, std::unique_ptr<MenuBarExtra> extra);
     ~MenuBarApplication() override;
 
-    /// Opens the panel, also when it is open behind others.
+    /// Opens the panel, also when it is open behind others; while an alert waits for its answer, brings that forward.
     void open(QPoint position, const QString& activationToken);
 
 private:

@@ -147,6 +147,19 @@ TEST_F(ActionsTest, CheckForUpdatesSaysThatThereAreNone)
     expectRuns();
 }
 
+TEST_F(ActionsTest, ThePanelStaysClosedUntilAnAlertIsAnswered)
+{
+    openIn("calm");
+    clickButton(QStringLiteral("Check for Updates..."));
+    expectAlert(QStringLiteral("Updates not configured yet"));
+    click(restingIcon().center());
+    EXPECT_TRUE(screenRests());
+    EXPECT_TRUE(panel().isEmpty());
+    clickButton(QStringLiteral("OK"));
+    expectRuns();
+    openPanel();
+}
+
 TEST_F(ActionsTest, ReportAProblemCopiesADraft)
 {
     openIn("calm");
