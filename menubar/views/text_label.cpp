@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QResizeEvent>
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,13 @@ constexpr int widestWrapped = 300;
 int roundedUp(double points)
 {
     return static_cast<int>(std::ceil(points));
+}
+
+/// A tooltip breaks its lines between words only; a long one would run off the screen.
+QString withBreakableWords(QString text)
+{
+    static const QRegularExpression longRun(QStringLiteral("(\\S{40})(?=\\S)"));
+    return text.replace(longRun, QStringLiteral("\\1\u200B"));
 }
 
 }  // namespace
@@ -32,7 +40,8 @@ QString plainToolTip(const QString& text)
 {
     if (text.isEmpty())
         return {};
-    return QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+    return QStringLiteral("<p>%1</p>")
+        .arg(withBreakableWords(text).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
 }
 
 TextLabel::TextLabel(const TextStyle& style, QWidget* parent) : QLabel(parent), style_(style)

@@ -5,6 +5,8 @@
 #include <QFontDatabase>
 #include <QImage>
 #include <QPainter>
+#include <QTextDocument>
+#include <QTextOption>
 
 #include "text_label.h"
 
@@ -14,6 +16,14 @@ namespace {
 class TextLinesTest : public ::testing::Test {
 protected:
     static QString joined(const TextLines::Broken& broken) { return broken.lines.join(u'|'); }
+
+    /// As tooltips wrap.
+    static QTextOption wordWrap()
+    {
+        QTextOption option;
+        option.setWrapMode(QTextOption::WordWrap);
+        return option;
+    }
 
     QFont font = panelFont(14);
     double digitWidth = TextLines::width(QStringLiteral("0"), font);
@@ -90,6 +100,16 @@ TEST_F(TextLinesTest, OnlyACutLabelHasATooltipAndItIsPlain)
     EXPECT_EQ(label.toolTip(), QString());
     label.resize(20, label.height());
     EXPECT_EQ(label.toolTip().toStdString(), "<p>&lt;b&gt;bold&lt;/b&gt;</p>");
+}
+
+TEST_F(TextLinesTest, ATooltipBreaksAWordThatIsLongerThanALine)
+{
+    QTextDocument tooltip;
+    tooltip.setDefaultTextOption(wordWrap());
+    tooltip.setHtml(plainToolTip(QStringLiteral("ollama ") + QString(500, u'x')));
+    tooltip.setTextWidth(400);
+    EXPECT_LE(tooltip.idealWidth(), 400 + 2 * tooltip.documentMargin());
+    EXPECT_EQ(tooltip.toPlainText().count(u'x'), 500);
 }
 
 TEST_F(TextLinesTest, AnEmptyLabelTakesNoRoom)
