@@ -69,6 +69,12 @@ void PanelButton::focusInEvent(QFocusEvent* event)
     QAbstractButton::focusInEvent(event);
 }
 
+void PanelButton::hideEvent(QHideEvent* event)
+{
+    awaitsFocus_ = false;
+    QAbstractButton::hideEvent(event);
+}
+
 void PanelButton::paintFocus(QPainter& painter, const QRectF& around, double radius) const
 {
     if (!hasFocus() || !focusShows_)

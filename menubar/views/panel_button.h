@@ -15,8 +15,8 @@ class PanelButton : public QAbstractButton {
 public:
     explicit PanelButton(QWidget* parent = nullptr);
 
-    /// Enables or disables the button. A disabled widget cannot hold the focus; unless it is moved meanwhile it comes
-    /// back with the button.
+    /// Enables or disables the button. A disabled widget cannot hold the focus; unless it is moved or the button
+    /// hidden meanwhile it comes back with the button.
     void setAvailable(bool available);
     /// Takes over the focus that another button has, or waits for while it is disabled.
     void inheritFocus(const PanelButton& from);
@@ -27,6 +27,7 @@ protected:
 
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     bool focusShows_ = false;
