@@ -63,7 +63,8 @@ struct CLIRunner {
     /// Starts the tool and leaves it running, beyond the end of this program. False when it could not be started.
     bool run(const Arguments& args) const;
 
-    /// Blocks until the tool has ended, without a limit; true when its exit status is 0. Never on the interface thread.
+    /// Blocks until the tool has ended, without a limit; true when its exit status is 0. On the interface
+    /// thread only where everything else is to wait, as in the uninstall.
     bool runWaiting(const Arguments& args) const;
 
     static std::string dashboardAddress(std::uint16_t port);
