@@ -53,6 +53,7 @@ public:
         name_ = new TextLabel({.pixelSize = bodySize, .ink = PanelColors::inkText}, this);
         detail_ = new TextLabel({.pixelSize = secondarySize, .ink = PanelColors::inkMuted}, this);
         detail_->setAlignment(Qt::AlignRight);
+        detail_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);  // a long name gives way
         auto* line = new QHBoxLayout(this);
         line->setContentsMargins(targetDot + betweenDotAndName, rowPadding, 0, rowPadding);
         line->setSpacing(betweenNameAndDetail);

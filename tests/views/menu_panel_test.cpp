@@ -166,6 +166,19 @@ TEST_F(MenuPanelTest, TheTargetsArriveFromTheScan)
     EXPECT_TRUE(texts().contains(QStringLiteral("running")));
 }
 
+TEST_F(MenuPanelTest, ALongNameLeavesTheStateOfATargetWhole)
+{
+    const std::string name = "custom." + std::string(200, 'm');
+    world.targets->set({{name, "T"}});
+    open(R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true,"paused":[{"label":")" + name + R"(","pid":1}]})");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return texts().contains(QStringLiteral("Eased back")); }));
+    for (const QLabel* label : panel->findChildren<QLabel*>()) {
+        if (label->isVisible() && label->text() == QStringLiteral("Eased back")) {
+            EXPECT_GE(label->width(), label->sizeHint().width());
+        }
+    }
+}
+
 TEST_F(MenuPanelTest, ItsHeightFollowsItsContent)
 {
     open(setAsideState(3));
