@@ -173,7 +173,8 @@ void MenuPanel::setTargetRows(std::vector<TargetRow> rows)
     if (targetRows_ == rows)
         return;
     targetRows_ = std::move(rows);
-    refresh();
+    if (isVisible())
+        refresh();
 }
 
 void MenuPanel::perform(MenuAction action)

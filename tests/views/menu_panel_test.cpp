@@ -158,6 +158,18 @@ TEST_F(MenuPanelTest, AnUnchangedStatusIsNotScannedForAgain)
     EXPECT_EQ(world.targets->scans, 1);
 }
 
+TEST_F(MenuPanelTest, AScanThatEndsAfterThePanelHasClosedFillsNothingUntilItOpensAgain)
+{
+    open(calmState);
+    panel->close();
+    panel->setTargetRows({{.name = "Late", .state = TargetRow::State::running, .detail = "running"}});
+    const auto labels = panel->findChildren<QLabel*>();
+    EXPECT_TRUE(std::none_of(labels.begin(), labels.end(),
+                             [](const QLabel* label) { return label->text() == QStringLiteral("Late"); }));
+    panel->openAt({});
+    EXPECT_TRUE(texts().contains(QStringLiteral("Late")));
+}
+
 TEST_F(MenuPanelTest, TheTargetsArriveFromTheScan)
 {
     world.targets->set({{"ollama", "T"}, {"mlx_lm.server", "S"}});
