@@ -259,6 +259,8 @@ void MenuPanel::place()
 void MenuPanel::openAt(QPoint position)
 {
     anchor_ = position;
+    if (!isVisible())
+        scrollBar_->setValue(0);
     watcher_.refreshOpenAtLogin();
     refresh();
     setFocus(Qt::PopupFocusReason);
@@ -282,8 +284,28 @@ void MenuPanel::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape)
         close();
-    else if (!view_->moveFocus(*event))
+    else if (!view_->moveFocus(*event) && !scroll(event->key()))
         QFrame::keyPressEvent(event);
+}
+
+bool MenuPanel::scroll(int key)
+{
+    switch (key) {
+        case Qt::Key_PageUp:
+            scrollBar_->triggerAction(QAbstractSlider::SliderPageStepSub);
+            return true;
+        case Qt::Key_PageDown:
+            scrollBar_->triggerAction(QAbstractSlider::SliderPageStepAdd);
+            return true;
+        case Qt::Key_Home:
+            scrollBar_->triggerAction(QAbstractSlider::SliderToMinimum);
+            return true;
+        case Qt::Key_End:
+            scrollBar_->triggerAction(QAbstractSlider::SliderToMaximum);
+            return true;
+        default:
+            return false;
+    }
 }
 
 bool MenuPanel::focusNextPrevChild(bool next)

@@ -59,6 +59,8 @@ protected:
 
 private:
     void makeScrollBar();
+    /// False for a key that does not scroll.
+    bool scroll(int key);
     void followChange();
     MenuContent content() const;
     void perform(MenuAction action);

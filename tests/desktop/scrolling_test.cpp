@@ -35,7 +35,7 @@ TEST_F(ScrollingTest, TheWheelReachesTheLastRowAndTheFirst)
     ASSERT_TRUE(screenRests());
     keepPicture(QStringLiteral("scrolled"));
     turnWheel(panel().center(), -30);
-    EXPECT_TRUE(waitFor([this] { return isReached(QStringLiteral("Help")); }));
+    EXPECT_TRUE(waitFor([this] { return isReached(QStringLiteral("Status, Help")); }));
 }
 
 TEST_F(ScrollingTest, TheKeysReachEveryRowAndBringItIntoView)
@@ -47,6 +47,36 @@ TEST_F(ScrollingTest, TheKeysReachEveryRowAndBringItIntoView)
         ASSERT_TRUE(waitFor([&] { return focused().name == QString::fromUtf8(row); })) << row;
         EXPECT_TRUE(waitFor([this] { return panel().contains(inPixels(tree().place(focused()))); })) << row;
     }
+}
+
+TEST_F(ScrollingTest, ThePageKeysScrollWhereverTheFocusIs)
+{
+    for (const char* focusKey : {"", "Down"}) {
+        if (*focusKey != '\0')
+            press(focusKey);
+        press("Next");
+        press("Next");
+        EXPECT_TRUE(waitFor([this] { return isReached(QStringLiteral("Quit Quenchly")); })) << focusKey;
+        press("Home");
+        EXPECT_TRUE(waitFor([this] { return isReached(QStringLiteral("Status, Help")); })) << focusKey;
+        press("End");
+        EXPECT_TRUE(waitFor([this] { return isReached(QStringLiteral("Quit Quenchly")); })) << focusKey;
+        press("Prior");
+        press("Prior");
+        EXPECT_TRUE(waitFor([this] { return isReached(QStringLiteral("Status, Help")); })) << focusKey;
+    }
+}
+
+TEST_F(ScrollingTest, ThePanelOpensAtItsTopAgain)
+{
+    turnWheel(panel().center(), 30);
+    ASSERT_TRUE(waitFor([this] { return isReached(QStringLiteral("Quit Quenchly")); }));
+    press("Escape");
+    ASSERT_TRUE(waitFor([this] { return panel().isEmpty(); }));
+    // A press on the item just after the panel has closed counts as the one that closed it.
+    ASSERT_TRUE(screenRests());
+    openPanel();
+    EXPECT_TRUE(isReached(QStringLiteral("Status, Help")));
 }
 
 TEST_F(ScrollingTest, TabBringsTheLastControlIntoView)
