@@ -17,7 +17,7 @@
 namespace quenchly {
 namespace {
 
-constexpr std::size_t longestFullText = 2000;  // characters
+constexpr std::size_t longestFullText = 600;  // characters; a popover or tooltip of it fits on a low screen
 
 bool protectionIsOn(const QuenchStatus& status)
 {

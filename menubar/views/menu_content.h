@@ -46,7 +46,7 @@ struct MenuContent {
         std::optional<MetricsMeters> meters;
         std::string detail;
         std::string statusHelp;  ///< paragraphs, divided by empty lines
-        std::string memoryTip;   ///< at most 2000 characters
+        std::string memoryTip;   ///< at most 600 characters
 
         bool operator==(const Header&) const = default;
     };
@@ -74,7 +74,7 @@ struct MenuContent {
         Text id;  ///< as the file has it: for the acknowledge command, not for display
         std::string label;
         std::string age;
-        std::string fullText;  ///< name, command and reason in lines of their own, each at most 2000 characters
+        std::string fullText;  ///< name, command and reason in lines of their own, each at most 600 characters
 
         bool operator==(const SetAsideEntry&) const = default;
     };

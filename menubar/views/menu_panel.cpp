@@ -230,7 +230,8 @@ void MenuPanel::fit()
 {
     const int contentHeight = view_->contentHeight();
     view_->setFixedSize(panelWidth, contentHeight);
-    const int height = std::min(stripeHeight + contentHeight, workArea().height());
+    const int frameHeight = frameGeometry().height() - this->height();  // none around a popup
+    const int height = std::min(stripeHeight + contentHeight, workArea().height() - frameHeight);
     if (height != this->height())
         setFixedHeight(height);
     place();
