@@ -3,7 +3,7 @@
 set -eu
 
 debian_packages() {
-    echo build-essential cmake ninja-build qt6-base-dev libgl-dev libxcb1-dev nlohmann-json3-dev libutf8proc-dev
+    echo build-essential cmake ninja-build qt6-base-dev libgl-dev libxcb1-dev nlohmann-json3-dev libutf8proc-dev xdg-utils
     case $1 in
         test)
             echo libgtest-dev desktop-file-utils procps xvfb xauth dbus at-spi2-core
