@@ -7,6 +7,9 @@ namespace quenchly {
 
 void StateWatcher::setOpenAtLogin(bool enabled)
 {
+    // Registering again does not help an item that the user has switched off in the system's settings.
+    if (enabled && system_.loginItem->status() == LoginItem::Status::requiresApproval)
+        system_.loginItem->requestApproval();
     LoginAtLaunch::setEnabled(system_, enabled);
     openAtLogin_ = LoginAtLaunch::isEnabled(system_);
     Q_EMIT published();

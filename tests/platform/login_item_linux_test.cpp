@@ -9,64 +9,180 @@
 namespace quenchly {
 namespace {
 
+namespace fs = std::filesystem;
 using Status = LoginItem::Status;
 
 class AutostartTest : public ::testing::Test {
 protected:
-    testing::ScratchFolder settings;
-    std::filesystem::path entry = settings / "autostart/quenchly.desktop";
+    testing::ScratchFolder scratch;
+    fs::path entry = scratch / "own/autostart/quenchly.desktop";
+    fs::path systemEntry = scratch / "system/autostart/quenchly.desktop";
+    fs::path program = executable("bin/quenchly-menubar");
 
-    std::unique_ptr<LoginItem> itemFor(const std::filesystem::path& executable) const
+    fs::path executable(const std::string& name) const
     {
-        return makeLoginItem(settings.path(), executable);
+        scratch.write(name, "#!/bin/sh\n");
+        fs::permissions(scratch / name, fs::perms::owner_all);
+        return scratch / name;
     }
 
-    std::string entryText() const
+    std::unique_ptr<LoginItem> itemFor(const fs::path& executable) const
+    {
+        return makeLoginItem({.settingsFolder = scratch / "own",
+                              .systemSettingsFolders = {scratch / "nothing", scratch / "system"},
+                              .executable = executable});
+    }
+
+    std::unique_ptr<LoginItem> item() const { return itemFor(program); }
+
+    void writeOwn(const std::string& text) const { scratch.write("own/autostart/quenchly.desktop", text); }
+    void writeSystems(const std::string& text) const { scratch.write("system/autostart/quenchly.desktop", text); }
+
+    static std::string textOf(const fs::path& file)
     {
         std::ostringstream text;
-        text << std::ifstream(entry).rdbuf();
+        text << std::ifstream(file).rdbuf();
         return text.str();
     }
 };
 
 TEST_F(AutostartTest, RegisteringWritesAnEntryThatStartsTheProgram)
 {
-    const auto item = itemFor("/opt/quenchly/quenchly-menubar");
-    EXPECT_EQ(item->status(), Status::notRegistered);
-    EXPECT_EQ(item->registerItem(), "");
-    EXPECT_EQ(item->status(), Status::enabled);
-    EXPECT_NE(entryText().find("\nExec=\"/opt/quenchly/quenchly-menubar\"\n"), std::string::npos) << entryText();
-    EXPECT_EQ(item->unregisterItem(), "");
-    EXPECT_EQ(item->status(), Status::notRegistered);
-    EXPECT_FALSE(std::filesystem::exists(entry));
+    EXPECT_EQ(item()->status(), Status::notRegistered);
+    EXPECT_EQ(item()->registerItem(), "");
+    EXPECT_EQ(item()->status(), Status::enabled);
+    EXPECT_EQ(textOf(entry), "[Desktop Entry]\nType=Application\nName=Quenchly\nExec=\"" + program.string() +
+                                 "\"\nTryExec=" + program.string() + "\nIcon=quenchly\nTerminal=false\n");
+    EXPECT_EQ(item()->unregisterItem(), "");
+    EXPECT_EQ(item()->status(), Status::notRegistered);
+    EXPECT_FALSE(fs::exists(entry));
 }
 
 TEST_F(AutostartTest, SpecialCharactersOfThePathAreEscaped)
 {
     ASSERT_EQ(itemFor("/a b/100%/$x\"y\\z`")->registerItem(), "");
-    EXPECT_NE(entryText().find(R"(Exec="/a b/100%%/\\$x\\"y\\\\z\\`")"), std::string::npos) << entryText();
+    EXPECT_NE(textOf(entry).find(R"(Exec="/a b/100%%/\\$x\\"y\\\\z\\`")"), std::string::npos) << textOf(entry);
+    EXPECT_NE(textOf(entry).find(R"(TryExec=/a b/100%/$x"y\\z`)"), std::string::npos) << textOf(entry);
 }
 
-TEST_F(AutostartTest, AnEntryThatTheUserSwitchedOffIsNotEnabled)
+TEST_F(AutostartTest, AProgramWithSpecialCharactersInItsPathIsFoundAgain)
 {
-    for (const char* line : {"Hidden=true", "X-GNOME-Autostart-enabled=false"}) {
-        settings.write("autostart/quenchly.desktop", std::string("[Desktop Entry]\nType=Application\n") + line + "\n");
-        EXPECT_EQ(itemFor("/x")->status(), Status::notRegistered) << line;
-        EXPECT_EQ(itemFor("/x")->registerItem(), "");
-        EXPECT_EQ(itemFor("/x")->status(), Status::enabled) << line;
+    const auto strange = itemFor(executable("a b\\s 100% $x\"y/quenchly"));
+    ASSERT_EQ(strange->registerItem(), "");
+    EXPECT_EQ(strange->status(), Status::enabled);
+}
+
+TEST_F(AutostartTest, AnEntryThatTheUserSwitchedOffRequiresApproval)
+{
+    for (const char* line : {"Hidden=true", "Hidden = true ", "X-GNOME-Autostart-enabled=false"}) {
+        const std::string text = "[Desktop Entry]\nType=Application\nExec=true\n" + std::string(line) + "\n";
+        writeOwn(text);
+        EXPECT_EQ(item()->status(), Status::requiresApproval) << line;
+        EXPECT_NE(item()->registerItem(), "") << "registering must not overrule the user";
+        EXPECT_EQ(textOf(entry), text);
+        item()->requestApproval();
+        EXPECT_EQ(item()->status(), Status::enabled) << line;
     }
+}
+
+TEST_F(AutostartTest, ASwitchOfAnotherGroupDoesNotCount)
+{
+    writeOwn("[Desktop Entry]\nExec=true\n[Desktop Action x]\nHidden=true\n");
+    EXPECT_EQ(item()->status(), Status::enabled);
+}
+
+TEST_F(AutostartTest, AnEntryThatNamesNoProgramCountsAsSwitchedOff)
+{
+    for (const char* text : {"", "[Desktop Entry]\nName=Quenchly\n", "Exec=true\n"}) {
+        writeOwn(text);
+        EXPECT_EQ(item()->status(), Status::requiresApproval) << text;
+        item()->requestApproval();
+        EXPECT_EQ(item()->status(), Status::enabled) << text;
+    }
+}
+
+TEST_F(AutostartTest, WhatIsNoFileIsNotReadAndStartsNothing)
+{
+    fs::create_directories(entry.parent_path());
+    fs::create_symlink("/dev/null", entry);
+    EXPECT_EQ(item()->status(), Status::requiresApproval);
+    EXPECT_NE(item()->registerItem(), "");
+}
+
+TEST_F(AutostartTest, WhatTheUserEditedOutlivesSwitchingOffAndOn)
+{
+    const std::string edited =
+        "# mine\n[Desktop Entry]\nExec=env A=b quenchly-menubar --language ja\nX-Delay=5\n[Other]\nHidden=false\n";
+    writeOwn(edited);
+    EXPECT_EQ(item()->status(), Status::enabled);
+    EXPECT_EQ(item()->unregisterItem(), "");
+    EXPECT_EQ(item()->status(), Status::requiresApproval);
+    item()->requestApproval();
+    EXPECT_EQ(item()->status(), Status::enabled);
+    EXPECT_EQ(textOf(entry), edited);
+}
+
+TEST_F(AutostartTest, OurOwnEntryThatTheDesktopSwitchedOffIsRemovedWithoutATrace)
+{
+    ASSERT_EQ(item()->registerItem(), "");
+    writeOwn(textOf(entry) + "X-GNOME-Autostart-enabled=false\n");
+    EXPECT_EQ(item()->unregisterItem(), "");
+    EXPECT_FALSE(fs::exists(entry));
+}
+
+TEST_F(AutostartTest, AnEntryWhoseProgramIsGoneIsNotFoundAndIsWrittenAnew)
+{
+    ASSERT_EQ(itemFor(executable("old/quenchly-menubar"))->registerItem(), "");
+    fs::remove_all(scratch / "old");
+    EXPECT_EQ(item()->status(), Status::notFound);
+    EXPECT_EQ(item()->registerItem(), "");
+    EXPECT_EQ(item()->status(), Status::enabled);
+    EXPECT_NE(textOf(entry).find("TryExec=" + program.string() + "\n"), std::string::npos);
+}
+
+TEST_F(AutostartTest, AnEntryWhoseProgramIsGoneIsRemoved)
+{
+    ASSERT_EQ(itemFor(scratch / "gone")->registerItem(), "");
+    EXPECT_EQ(item()->unregisterItem(), "");
+    EXPECT_FALSE(fs::exists(entry));
+}
+
+TEST_F(AutostartTest, AnEntryForAllUsersCounts)
+{
+    writeSystems("[Desktop Entry]\nExec=true\n");
+    EXPECT_EQ(item()->status(), Status::enabled);
+    EXPECT_FALSE(fs::exists(entry));
+}
+
+TEST_F(AutostartTest, TheOwnEntryOverridesTheOneForAllUsers)
+{
+    writeSystems("[Desktop Entry]\nExec=true\n");
+    EXPECT_EQ(item()->unregisterItem(), "");
+    EXPECT_EQ(item()->status(), Status::requiresApproval);
+    item()->requestApproval();
+    EXPECT_EQ(item()->status(), Status::enabled);
+    EXPECT_EQ(textOf(systemEntry), "[Desktop Entry]\nExec=true\n");
+}
+
+TEST_F(AutostartTest, AnEntryForAllUsersThatTheAdministratorSwitchedOffRequiresApproval)
+{
+    writeSystems("[Desktop Entry]\nExec=true\nHidden=true\n");
+    EXPECT_EQ(item()->status(), Status::requiresApproval);
+    item()->requestApproval();
+    EXPECT_EQ(item()->status(), Status::enabled);
 }
 
 TEST_F(AutostartTest, RemovingWhatIsNotThereSucceeds)
 {
-    EXPECT_EQ(itemFor("/x")->unregisterItem(), "");
+    EXPECT_EQ(item()->unregisterItem(), "");
+    EXPECT_FALSE(fs::exists(entry));
 }
 
 TEST_F(AutostartTest, AFolderThatCannotBeMadeIsReported)
 {
-    settings.write("autostart", "a file where the folder should be");
-    EXPECT_NE(itemFor("/x")->registerItem(), "");
-    EXPECT_EQ(itemFor("/x")->status(), Status::notRegistered);
+    scratch.write("own/autostart", "a file where the folder should be");
+    EXPECT_NE(item()->registerItem(), "");
+    EXPECT_EQ(item()->status(), Status::notRegistered);
 }
 
 }  // namespace

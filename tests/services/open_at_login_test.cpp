@@ -46,6 +46,18 @@ TEST_F(OpenAtLoginTest, AnItemThatWaitsForApprovalIsNotOn)
     EXPECT_EQ(world.loginItem->now, Status::notRegistered) << "it is removed all the same";
 }
 
+TEST_F(OpenAtLoginTest, TurningOnWhatTheUserHasSwitchedOffAsksForApproval)
+{
+    world.loginItem->now = Status::requiresApproval;
+    world.loginItem->refusal = "switched off";
+    watcher.setOpenAtLogin(true);
+    EXPECT_EQ(world.loginItem->approvalRequests, 1);
+    EXPECT_FALSE(watcher.openAtLogin());
+    EXPECT_EQ(world.log, std::vector<std::string>{"Quenchly Open at Login failed: switched off"});
+    watcher.setOpenAtLogin(false);
+    EXPECT_EQ(world.loginItem->approvalRequests, 1);
+}
+
 TEST_F(OpenAtLoginTest, RegisteringDoesNotReplaceTheUsersApproval)
 {
     world.loginItem->needsApproval = true;

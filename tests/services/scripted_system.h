@@ -58,6 +58,7 @@ public:
     bool needsApproval = false;
     int registrations = 0;
     int removals = 0;
+    int approvalRequests = 0;
 
     Status status() const override { return now; }
     std::string registerItem() override
@@ -74,6 +75,7 @@ public:
             now = Status::notRegistered;
         return refusal;
     }
+    void requestApproval() override { ++approvalRequests; }
 };
 
 class ScriptedDefaults final : public UserDefaults {

@@ -1,83 +1,117 @@
-#include <QFile>
 #include <QSaveFile>
+#include <QStandardPaths>
+#include <optional>
 #include <system_error>
 
+#include "desktop_entry.h"
+#include "file_reading.h"
 #include "login_item.h"
 
 namespace quenchly {
 namespace {
 
-/// A program's path as the Exec key of a desktop entry takes it: quoted, and with the key's own "%" doubled.
-QString execQuoted(const std::filesystem::path& executable)
+namespace fs = std::filesystem;
+
+std::optional<DesktopEntry> readEntry(const fs::path& path)
 {
-    QString quoted;
-    const QString path = QString::fromStdString(executable.string());
-    for (const QChar c : path) {
-        // The string type of the key takes one level of backslashes away before the quoting rule sees them.
-        if (c == u'\\')
-            quoted += QStringLiteral("\\\\\\\\");
-        else if (c == u'"' || c == u'`' || c == u'$')
-            quoted += QStringLiteral("\\\\") + c;
-        else if (c == u'%')
-            quoted += QStringLiteral("%%");
-        else
-            quoted += c;
-    }
-    return u'"' + quoted + u'"';
+    const FileReading reading = readFile(path);
+    if (reading.outcome == FileReading::Outcome::missing)
+        return std::nullopt;
+    return DesktopEntry(QByteArray::fromStdString(reading.bytes));  // what cannot be read starts nothing
+}
+
+std::string writeEntry(const fs::path& path, const DesktopEntry& entry)
+{
+    std::error_code ignored;
+    fs::create_directories(path.parent_path(), ignored);
+    QSaveFile file(QString::fromStdString(path.string()));
+    if (file.open(QIODevice::WriteOnly) && file.write(entry.text()) == entry.text().size() && file.commit())
+        return {};
+    return file.errorString().toStdString();
+}
+
+bool programIsThere(const DesktopEntry& entry)
+{
+    const QString program = entry.string("TryExec");
+    return program.isEmpty() || !QStandardPaths::findExecutable(program).isEmpty();
 }
 
 /// An entry in the desktop's autostart folder.
 class AutostartEntry final : public LoginItem {
 public:
-    AutostartEntry(std::filesystem::path file, std::filesystem::path executable)
-        : file_(std::move(file)), executable_(std::move(executable))
+    explicit AutostartEntry(const LoginItemPlaces& places)
+        : file_(places.settingsFolder / relativeName),
+          fresh_(DesktopEntry::starting(QString::fromStdString(places.executable.string())))
     {
+        for (const fs::path& folder : places.systemSettingsFolders)
+            systemFiles_.push_back(folder / relativeName);
     }
 
     Status status() const override
     {
-        QFile file(fileName());
-        if (!file.open(QIODevice::ReadOnly))
+        std::optional<DesktopEntry> entry = readEntry(file_);
+        if (!entry)
+            entry = systemEntry();
+        if (!entry)
             return Status::notRegistered;
-        const QByteArray text = file.readAll();
-        const bool switchedOff = text.contains("\nHidden=true") || text.contains("\nX-GNOME-Autostart-enabled=false");
-        return switchedOff ? Status::notRegistered : Status::enabled;
+        if (entry->isSwitchedOff())
+            return Status::requiresApproval;
+        return programIsThere(*entry) ? Status::enabled : Status::notFound;
     }
 
     std::string registerItem() override
     {
-        std::error_code error;
-        std::filesystem::create_directories(file_.parent_path(), error);
-        QSaveFile file(fileName());
-        const QString entry = QStringLiteral(
-                                  "[Desktop Entry]\nType=Application\nName=Quenchly\nExec=%1\nIcon=quenchly\n"
-                                  "Terminal=false\nX-GNOME-Autostart-enabled=true\n")
-                                  .arg(execQuoted(executable_));
-        if (file.open(QIODevice::WriteOnly) && file.write(entry.toUtf8()) >= 0 && file.commit())
-            return {};
-        return file.errorString().toStdString();
+        if (status() == Status::requiresApproval)
+            return "It is switched off in the desktop's settings.";
+        return writeEntry(file_, fresh_);
     }
 
     std::string unregisterItem() override
     {
+        const std::optional<DesktopEntry> entry = readEntry(file_);
+        if (systemEntry() || (entry && isWorthKeeping(*entry)))
+            return writeEntry(file_, entry.value_or(fresh_).switchedOff());
         std::error_code error;
-        std::filesystem::remove(file_, error);
+        fs::remove(file_, error);
         return error ? error.message() : std::string();
     }
 
-private:
-    QString fileName() const { return QString::fromStdString(file_.string()); }
+    void requestApproval() override
+    {
+        if (status() != Status::requiresApproval)
+            return;
+        const std::optional<DesktopEntry> entry = readEntry(file_);
+        writeEntry(file_, entry && isWorthKeeping(*entry) ? entry->switchedOn() : fresh_);
+    }
 
-    std::filesystem::path file_;
-    std::filesystem::path executable_;
+private:
+    static constexpr const char* relativeName = "autostart/quenchly.desktop";
+
+    std::optional<DesktopEntry> systemEntry() const
+    {
+        for (const fs::path& file : systemFiles_)
+            if (std::optional<DesktopEntry> entry = readEntry(file))
+                return entry;
+        return std::nullopt;
+    }
+
+    /// Somebody has edited it, and it starts something.
+    bool isWorthKeeping(const DesktopEntry& entry) const
+    {
+        const DesktopEntry switchedOn = entry.switchedOn();
+        return switchedOn != fresh_ && !switchedOn.isSwitchedOff() && programIsThere(switchedOn);
+    }
+
+    fs::path file_;
+    std::vector<fs::path> systemFiles_;
+    DesktopEntry fresh_;
 };
 
 }  // namespace
 
-std::unique_ptr<LoginItem> makeLoginItem(const std::filesystem::path& settingsFolder,
-                                         const std::filesystem::path& executable)
+std::unique_ptr<LoginItem> makeLoginItem(const LoginItemPlaces& places)
 {
-    return std::make_unique<AutostartEntry>(settingsFolder / "autostart" / "quenchly.desktop", executable);
+    return std::make_unique<AutostartEntry>(places);
 }
 
 }  // namespace quenchly

@@ -1,6 +1,7 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include <sstream>
 #include <system_error>
 
 #include "application_item_linux.h"
@@ -37,6 +38,21 @@ fs::path settingsFolder(const System& system, bool homeGiven)
     if (!homeGiven && variable != system.environment.end() && fs::path(variable->second).is_absolute())
         return variable->second;
     return system.homeFolder / ".config";
+}
+
+/// Where a system keeps the settings that its users may override. A home folder that was given explicitly has none.
+std::vector<fs::path> systemSettingsFolders(const System& system, bool homeGiven)
+{
+    if (homeGiven)
+        return {};
+    const auto variable = system.environment.find("XDG_CONFIG_DIRS");
+    const bool isSet = variable != system.environment.end() && !variable->second.empty();
+    std::vector<fs::path> folders;
+    std::istringstream list(isSet ? variable->second : "/etc/xdg");
+    for (std::string folder; std::getline(list, folder, ':');)
+        if (fs::path(folder).is_absolute())
+            folders.emplace_back(folder);
+    return folders;
 }
 
 void logLine(const std::string& line)
@@ -93,7 +109,9 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.processes = makeProcessTable();
     system.makeProcesses = makeProcessTable;
     const fs::path settings = settingsFolder(system, homeFolder.has_value());
-    system.loginItem = makeLoginItem(settings, system.applicationItem);
+    system.loginItem = makeLoginItem({.settingsFolder = settings,
+                                      .systemSettingsFolders = systemSettingsFolders(system, homeFolder.has_value()),
+                                      .executable = system.applicationItem});
     system.userDefaults = makeUserDefaults(settings);
     system.runLater = runLater;
     system.sysctlString = systemControl;

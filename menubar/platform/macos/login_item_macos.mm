@@ -9,6 +9,7 @@
 - (NSInteger)status;
 - (BOOL)registerAndReturnError:(NSError**)error;
 - (BOOL)unregisterAndReturnError:(NSError**)error;
++ (void)openSystemSettingsLoginItems;
 @end
 
 namespace quenchly {
@@ -59,11 +60,19 @@ public:
             return [mainAppService() unregisterAndReturnError:&error] ? std::string() : reason(error);
         }
     }
+
+    void requestApproval() override
+    {
+        @autoreleasepool {
+            const Class<QuenchlyAppService> service = NSClassFromString(@"SMAppService");
+            [service openSystemSettingsLoginItems];
+        }
+    }
 };
 
 }  // namespace
 
-std::unique_ptr<LoginItem> makeLoginItem(const std::filesystem::path&, const std::filesystem::path&)
+std::unique_ptr<LoginItem> makeLoginItem(const LoginItemPlaces&)
 {
     return std::make_unique<LoginItemMacos>();
 }

@@ -18,6 +18,7 @@ public:
         registered_ = false;
         return {};
     }
+    void requestApproval() override {}
 
 private:
     bool registered_ = false;

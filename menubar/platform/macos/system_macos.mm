@@ -100,7 +100,7 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
         .sampleMetrics = [](bool swapCritical) { return LiveMetricsSampler::sample(swapCritical); },
         .processes = makeProcessTable(),
         .makeProcesses = makeProcessTable,
-        .loginItem = homeFolder ? makeLoginItemOfThisRun() : makeLoginItem(home, executable),
+        .loginItem = homeFolder ? makeLoginItemOfThisRun() : makeLoginItem({.executable = executable}),
         .userDefaults = homeFolder ? makeUserDefaultsOfThisRun() : makeUserDefaults(home),
         .application = makeRunningApplication(),
         .runAlert = runAlert,

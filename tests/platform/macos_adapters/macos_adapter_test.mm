@@ -129,7 +129,7 @@ TEST_F(StatusItemTest, ShowsTextsInAnyScriptInTwoWeightsWithDigitsOfEqualWidth)
 
 TEST(LoginItemTest, EachStatusOfTheService)
 {
-    const auto item = makeLoginItem("", "");
+    const auto item = makeLoginItem({});
     const std::pair<long, LoginItem::Status> cases[] = {{0, LoginItem::Status::notRegistered},
                                                         {1, LoginItem::Status::enabled},
                                                         {2, LoginItem::Status::requiresApproval},
@@ -143,13 +143,20 @@ TEST(LoginItemTest, EachStatusOfTheService)
 
 TEST(LoginItemTest, SuccessIsAnEmptyTextAndFailureItsReason)
 {
-    const auto item = makeLoginItem("", "");
+    const auto item = makeLoginItem({});
     fakeLoginItemSucceeds = true;
     EXPECT_EQ(item->registerItem(), "");
     EXPECT_EQ(item->unregisterItem(), "");
     fakeLoginItemSucceeds = false;
     EXPECT_EQ(item->registerItem(), "not permitted");
     EXPECT_EQ(item->unregisterItem(), "not permitted");
+}
+
+TEST(LoginItemTest, ApprovalIsGivenInTheSystemsSettings)
+{
+    recordedCalls.clear();
+    makeLoginItem({})->requestApproval();
+    EXPECT_EQ(recordedCalls, std::vector<std::string>{"open the settings of login items"});
 }
 
 TEST(UserDefaultsTest, AKeyIsThereWhateverItsValue)

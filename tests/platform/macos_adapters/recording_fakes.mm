@@ -90,6 +90,11 @@ void record(NSString* call)
     return [[[SMAppService alloc] init] autorelease];
 }
 
++ (void)openSystemSettingsLoginItems
+{
+    record(@"open the settings of login items");
+}
+
 - (NSInteger)status
 {
     return fakeLoginItemStatus;
