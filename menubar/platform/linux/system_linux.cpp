@@ -1,4 +1,3 @@
-#include <syslog.h>
 #include <unistd.h>
 
 #include <sstream>
@@ -12,6 +11,7 @@
 #include "product.h"
 #include "run_later.h"
 #include "system.h"
+#include "system_log_linux.h"
 #include "user_home.h"
 
 namespace quenchly {
@@ -55,18 +55,12 @@ std::vector<fs::path> systemSettingsFolders(const System& system, bool homeGiven
     return folders;
 }
 
-void logLine(const std::string& line)
-{
-    openlog("quenchly-menubar", LOG_PID, LOG_USER);
-    syslog(LOG_WARNING, "%s", line.c_str());
-}
-
 // QDesktopServices belongs to the interface thread, and waiting for that thread would hold up quitting.
 bool openWithDesktop(const std::string& address, const std::map<std::string, std::string>& environment)
 {
     const bool started = startDetached({.executable = "xdg-open", .arguments = {address}, .environment = environment});
     if (!started)
-        logLine("xdg-open cannot be started, which would open " + address);
+        writeToSystemLog("xdg-open cannot be started, which would open " + address);
     return started;
 }
 
@@ -115,7 +109,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.userDefaults = makeUserDefaults(settings);
     system.runLater = runLater;
     system.sysctlString = systemControl;
-    system.log = logLine;
+    system.log = writeToSystemLog;
     addDesktop(system);
     if (homeFolder)
         confineToHomeFolder(system);
