@@ -8,7 +8,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "child_process.h"
+#include "detached_process.h"
 #include "working_copy.h"
 
 namespace quenchly {

@@ -1,11 +1,9 @@
-#include <unistd.h>
-
 #include <sstream>
 #include <system_error>
 
 #include "application_item_linux.h"
-#include "child_process.h"
 #include "confined_home.h"
+#include "detached_process.h"
 #include "hardware_model_linux.h"
 #include "pasteboard.h"
 #include "product.h"
@@ -18,18 +16,6 @@ namespace quenchly {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::map<std::string, std::string> processEnvironment()
-{
-    std::map<std::string, std::string> variables;
-    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        const auto equals = text.find('=');
-        if (equals != std::string::npos)
-            variables.emplace(text.substr(0, equals), text.substr(equals + 1));
-    }
-    return variables;
-}
 
 /// The desktop's settings folder. A home folder that was given explicitly holds everything itself.
 fs::path settingsFolder(const System& system, bool homeGiven)
@@ -94,7 +80,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.currentDirectory = fs::current_path(ignored);
     system.executableFolder = executable.parent_path();
     system.launchAgentsFolder = system.homeFolder / "Library/LaunchAgents";
-    system.environment = processEnvironment();
+    system.environment = environmentVariables();
     system.applicationItem = applicationItem(executable, system.environment);
     system.bundleInfo = {{"CFBundleShortVersionString", version}};
     system.launchctl = "/bin/launchctl";

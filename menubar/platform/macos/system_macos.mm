@@ -1,9 +1,9 @@
 #import <AppKit/AppKit.h>
 
 #include <chrono>
-#include <string_view>
 #include <system_error>
 
+#include "child_process.h"
 #include "cocoa_support.h"
 #include "confined_home.h"
 #include "pasteboard.h"
@@ -12,8 +12,6 @@
 #include "sysctl_string.h"
 #include "system.h"
 #include "user_home.h"
-
-extern char** environ;
 
 namespace quenchly {
 namespace {
@@ -48,17 +46,6 @@ std::map<std::string, std::string> textsOfMainBundle()
                 texts.emplace(utf8Text(key), utf8Text(value));
         return texts;
     }
-}
-
-std::map<std::string, std::string> environmentVariables()
-{
-    std::map<std::string, std::string> variables;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string_view text = *entry;
-        if (const std::size_t equals = text.find('='); equals != std::string_view::npos)
-            variables.emplace(text.substr(0, equals), text.substr(equals + 1));
-    }
-    return variables;
 }
 
 Instant systemNow()

@@ -8,23 +8,25 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <future>
-#include <optional>
-#include <system_error>
-#include <thread>
+#include <string_view>
 #include <utility>
+
+extern char** environ;
 
 namespace quenchly {
 namespace {
 
 class SpawnPlan {
 public:
-    SpawnPlan()
+    explicit SpawnPlan(int standardOutput)
     {
         posix_spawn_file_actions_init(&files_);
         posix_spawnattr_init(&attributes_);
         posix_spawn_file_actions_addopen(&files_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        posix_spawn_file_actions_addopen(&files_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        if (standardOutput < 0)
+            posix_spawn_file_actions_addopen(&files_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        else
+            posix_spawn_file_actions_adddup2(&files_, standardOutput, STDOUT_FILENO);
         posix_spawn_file_actions_addopen(&files_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
         short flags = POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
 #ifdef POSIX_SPAWN_CLOEXEC_DEFAULT
@@ -107,7 +109,20 @@ void keepExitStatuses()
         std::signal(SIGCHLD, SIG_DFL);
 }
 
-std::optional<pid_t> spawn(const ChildProcess& child)
+}  // namespace
+
+std::map<std::string, std::string> environmentVariables()
+{
+    std::map<std::string, std::string> variables;
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string_view text = *entry;
+        if (const std::size_t equals = text.find('='); equals != std::string_view::npos)
+            variables.emplace(text.substr(0, equals), text.substr(equals + 1));
+    }
+    return variables;
+}
+
+std::optional<pid_t> start(const ChildProcess& child, int standardOutput)
 {
     std::vector<std::string> words = commandLine(child);
     std::vector<std::string> variables = assignments(child.environment);
@@ -115,47 +130,28 @@ std::optional<pid_t> spawn(const ChildProcess& child)
     if (holdsNul(words) || holdsNul(variables))
         return std::nullopt;
     keepExitStatuses();
-    const SpawnPlan plan;
+    const SpawnPlan plan(standardOutput);
     // Given a path, posix_spawnp would have a shell run a file that is no program on some systems.
-    const auto start = child.executable.has_parent_path() ? posix_spawn : posix_spawnp;
+    const auto spawn = child.executable.has_parent_path() ? posix_spawn : posix_spawnp;
     pid_t process = 0;
-    const int failure = start(&process, words.front().c_str(), plan.files(), plan.attributes(),
+    const int failure = spawn(&process, words.front().c_str(), plan.files(), plan.attributes(),
                               nullTerminated(words).data(), nullTerminated(variables).data());
     return failure == 0 ? std::optional(process) : std::nullopt;
 }
 
-int exitStatusOf(pid_t process)
+int exitStatusOf(pid_t child)
 {
     int status = 0;
     pid_t waited = 0;
     do {
-        waited = waitpid(process, &status, 0);
+        waited = waitpid(child, &status, 0);
     } while (waited < 0 && errno == EINTR);
-    return waited == process && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-}  // namespace
-
-bool startDetached(const ChildProcess& child)
-{
-    std::promise<bool> launched;
-    std::future<bool> result = launched.get_future();
-    try {
-        std::thread([child, launched = std::move(launched)]() mutable {
-            const std::optional<pid_t> process = spawn(child);
-            launched.set_value(process.has_value());
-            if (process)
-                exitStatusOf(*process);
-        }).detach();
-    } catch (const std::system_error&) {
-        return false;
-    }
-    return result.get();
+    return waited == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 int runToEnd(const ChildProcess& child)
 {
-    const std::optional<pid_t> process = spawn(child);
+    const std::optional<pid_t> process = start(child);
     return process ? exitStatusOf(*process) : -1;
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,11 +20,17 @@ struct ChildProcess {
     std::map<std::string, std::string> environment;
 };
 
-/// Starts the child and lets it run; it never becomes a zombie. False when it could not be started. Any thread.
-bool startDetached(const ChildProcess& child);
+/// This process's environment variables.
+std::map<std::string, std::string> environmentVariables();
 
-/// Blocks the calling thread until the child has ended: its exit status, or -1 when it could not be started or was
-/// ended by a signal.
+/// Starts the child with `standardOutput` in place of the null device if it is a descriptor. The caller waits for its
+/// end with `exitStatusOf`. None when it could not be started. Any thread.
+std::optional<pid_t> start(const ChildProcess& child, int standardOutput = -1);
+
+/// Blocks the calling thread until the child has ended: its exit status, or -1 when a signal ended it.
+int exitStatusOf(pid_t child);
+
+/// Starts the child and waits for its end. -1 also when it could not be started.
 int runToEnd(const ChildProcess& child);
 
 }  // namespace quenchly
