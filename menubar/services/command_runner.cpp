@@ -18,16 +18,11 @@ namespace fs = std::filesystem;
 
 constexpr const char* toolName = "quenchly";
 
-bool isUsable(const fs::path& file)
-{
-    std::error_code ignored;
-    return fs::is_regular_file(file, ignored) && access(file.c_str(), X_OK) == 0;
-}
-
 std::optional<fs::path> findInDevelopmentTree(const fs::path& currentDirectory)
 {
     const auto script = [](const fs::path& directory) { return directory / "dist/quenchly.mjs"; };
-    const auto tree = nearestDirectory(currentDirectory, [&](const fs::path& d) { return isUsable(script(d)); });
+    const auto tree =
+        nearestDirectory(currentDirectory, [&](const fs::path& d) { return CLIRunner::isUsable(script(d)); });
     return tree ? std::optional(script(*tree)) : std::nullopt;
 }
 
@@ -41,7 +36,7 @@ std::optional<fs::path> findOnPath(const System& system)
     while (true) {
         const auto colon = rest.find(':');
         fs::path tool = system.currentDirectory / rest.substr(0, colon) / toolName;
-        if (isUsable(tool))
+        if (CLIRunner::isUsable(tool))
             return tool;
         if (colon == std::string_view::npos)
             return std::nullopt;
@@ -93,6 +88,12 @@ std::optional<fs::path> CLIRunner::locate(const System& system)
     if (auto script = findInDevelopmentTree(system.currentDirectory))
         return script;
     return findOnPath(system);
+}
+
+bool CLIRunner::isUsable(const fs::path& file)
+{
+    std::error_code ignored;
+    return fs::is_regular_file(file, ignored) && access(file.c_str(), X_OK) == 0;
 }
 
 std::optional<CLIRunner> CLIRunner::find(const fs::path& dataHome, const System& system)

@@ -41,6 +41,9 @@ struct CLIRunner {
     /// search path, in this order. Starts no process.
     static std::optional<std::filesystem::path> locate(const System& system);
 
+    /// Whether a file is there that may be run.
+    static bool isUsable(const std::filesystem::path& file);
+
     /// The runner of the tool that `locate` finds, if it finds one.
     static std::optional<CLIRunner> find(const std::filesystem::path& dataHome, const System& system);
 

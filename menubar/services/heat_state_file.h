@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "file_reading.h"
 #include "heat_state.h"
+#include "watched_file.h"
 
 namespace quenchly {
 
@@ -17,17 +17,16 @@ public:
         read,        ///< `state` holds what it says, none when it is no heat state
     };
 
-    explicit HeatStateFile(std::filesystem::path path) : path_(std::move(path)) {}
+    explicit HeatStateFile(std::filesystem::path path) : file_(std::move(path)) {}
 
     Outcome refresh();
 
     const std::optional<HeatState>& state() const { return state_; }
-    const std::filesystem::path& path() const { return path_; }
+    const std::filesystem::path& path() const { return file_.path(); }
 
 private:
-    std::filesystem::path path_;
+    WatchedFile file_;
     std::optional<HeatState> state_;
-    std::optional<FileStamp> trustedStamp_;
 };
 
 }  // namespace quenchly

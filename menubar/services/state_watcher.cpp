@@ -26,9 +26,13 @@ StateFileResolver::Resolution resolveStateFolder(const System& system)
 }  // namespace
 
 StateWatcher::StateWatcher(System system, QObject* parent)
-    : QObject(parent), system_(std::move(system)), stateFile_(resolveStateFolder(system_).state)
+    : QObject(parent),
+      system_(std::move(system)),
+      stateFile_(resolveStateFolder(system_).state),
+      dataHome_(stateFile_.path().parent_path().parent_path()),
+      modeFile_(dataHome_ / "state/protect-mode.json"),
+      throttleFile_(dataHome_ / "state/throttle.json")
 {
-    dataHome_ = stateFile_.path().parent_path().parent_path();
     chipLabel_ = ChipLabel::machine();
     status_ = buildStatus(HeatState());
     updateIcon();
@@ -90,20 +94,29 @@ void StateWatcher::updateIcon()
 
 void StateWatcher::refreshCliAvailability()
 {
-    cliAvailable_ = CLIRunner::locate(system_).has_value();
+    // As long as one is there, the places before it need no look.
+    if (!tool_ || !CLIRunner::isUsable(*tool_))
+        tool_ = CLIRunner::locate(system_);
+    cliAvailable_ = tool_.has_value();
 }
 
 void StateWatcher::refreshWorkSavedOn()
 {
-    const auto mode = parseJsonObject(readFile(dataHome_ / "state/protect-mode.json").bytes);
+    const auto reading = modeFile_.readIfChanged();
+    if (!reading)
+        return;
+    const auto mode = parseJsonObject(reading->bytes);
     workSavedOn_ = mode && JsonObject(*mode).string("mode") == "pause";
 }
 
 void StateWatcher::refreshThrottle()
 {
+    const auto reading = throttleFile_.readIfChanged();
+    if (!reading)
+        return;
     throttleActive_ = false;
     throttledLabels_.clear();
-    const auto json = parseJsonObject(readFile(dataHome_ / "state/throttle.json").bytes);
+    const auto json = parseJsonObject(reading->bytes);
     if (!json)
         return;
     const JsonObject throttle(*json);

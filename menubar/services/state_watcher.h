@@ -15,6 +15,7 @@
 #include "heat_state_file.h"
 #include "quench_status.h"
 #include "system.h"
+#include "watched_file.h"
 
 namespace quenchly {
 
@@ -126,6 +127,9 @@ private:
     System system_;
     HeatStateFile stateFile_;
     std::filesystem::path dataHome_;
+    WatchedFile modeFile_;
+    WatchedFile throttleFile_;
+    std::optional<std::filesystem::path> tool_;  ///< as it was last found
     std::string chipLabel_;
     QuenchStatus status_;
     std::vector<QImage> iconImage_;

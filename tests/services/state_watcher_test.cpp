@@ -415,6 +415,9 @@ TEST_F(StateWatcherTest, TheToolIsLookedForOnEveryRefresh)
     std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
     watcher.reload();
     EXPECT_TRUE(watcher.cliAvailable());
+    std::filesystem::remove(tool);
+    watcher.reload();
+    EXPECT_FALSE(watcher.cliAvailable());
 }
 
 TEST_F(StateWatcherTest, TheFolderOfTheEnvironmentIsResolvedOnceAtTheStart)
