@@ -17,7 +17,6 @@ using namespace PanelMetrics;
 constexpr int lowestRow = 30;
 constexpr int gapBeforeHelp = 8;
 constexpr int gapBeforeTrailing = 12;
-constexpr double disabledOpacity = 0.5;
 constexpr double hoverOpacity = 0.07;
 constexpr double pressedOpacity = 0.13;
 
@@ -28,12 +27,6 @@ int rowHeight()
 {
     const int text = static_cast<int>(QFontMetricsF(panelFont(bodySize)).height());
     return std::max(lowestRow, text + 2 * rowPadV);
-}
-
-/// Where a line's upper edge is that stands in the middle of a height.
-double topInMiddle(int height, const QFont& font)
-{
-    return (height - QFontMetricsF(font).height()) / 2;
 }
 
 /// For who cannot see the trailing text and the help icon beside the title.
@@ -64,7 +57,7 @@ void ActionButton::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), PanelColors::faded(PanelColors::inkText, isDown() ? pressedOpacity : hoverOpacity));
     painter.save();
     if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(PanelColors::disabledOpacity);
     trailingLine_.set(trailing_, trailingFont_);
     const double trailingStart = textEnd - trailingLine_.width();
     painter.setPen(PanelColors::gold);

@@ -110,7 +110,7 @@ void HelpIcon::paintEvent(QPaintEvent*)
     const bool stressed = underMouse() || isDown() || isPopoverOpen();
     painter.setPen(PanelColors::inkMuted);
     title_.set(text(), font());
-    title_.paint(painter, {0, (height() - QFontMetricsF(font()).height()) / 2});
+    title_.paint(painter, {0, topInMiddle(height(), font())});
     const QRectF frame(width() - side, 0, side, height());
     paintSymbol(painter, frame, stressed ? PanelColors::inkMuted : PanelColors::helpSymbol);
     paintFocus(painter, rect(), side / 2.0);

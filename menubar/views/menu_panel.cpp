@@ -120,7 +120,7 @@ void MenuPanel::makeScrollBar()
 
 void MenuPanel::followChange()
 {
-    if (!isVisible())
+    if (!isVisible() || isMinimized())
         return;
     refresh();
     if (scannedStatus_ != watcher_.status())
@@ -321,6 +321,8 @@ bool MenuPanel::focusNextPrevChild(bool next)
 void MenuPanel::changeEvent(QEvent* event)
 {
     QFrame::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        followChange();
     // A help popover belongs to the panel, whatever the system makes of its focus.
     const bool left =
         event->type() == QEvent::ActivationChange && !isActiveWindow() && QApplication::activePopupWidget() == nullptr;

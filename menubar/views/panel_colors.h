@@ -16,6 +16,9 @@ inline constexpr QColor parchment{0x1C, 0x18, 0x13};
 inline constexpr QColor backgroundTop{0x24, 0x1E, 0x17};
 inline constexpr QColor backgroundBottom{0x1A, 0x16, 0x11};
 
+/// Of a button that cannot be pressed.
+inline constexpr double disabledOpacity = 0.5;
+
 /// The same colour, so opaque.
 inline QColor faded(QColor color, double opacity)
 {

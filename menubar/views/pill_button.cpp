@@ -17,7 +17,6 @@ constexpr double cornerRadius = 6;
 constexpr double outlineOpacity = 0.4;
 constexpr double hoverOpacity = 0.1;
 constexpr double pressedOpacity = 0.2;
-constexpr double disabledOpacity = 0.5;
 
 }  // namespace
 
@@ -41,7 +40,7 @@ void PillButton::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.save();
     if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(PanelColors::disabledOpacity);
     const double inset = 0.5;
     const double inside = isDown() ? pressedOpacity : isEnabled() && underMouse() ? hoverOpacity : 0;
     painter.setBrush(PanelColors::faded(PanelColors::gold, inside));
@@ -49,7 +48,7 @@ void PillButton::paintEvent(QPaintEvent*)
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
     painter.setPen(PanelColors::gold);
     line_.set(text(), font());
-    line_.paint(painter, {paddingH, (height() - QFontMetricsF(font()).height()) / 2});
+    line_.paint(painter, {paddingH, topInMiddle(height(), font())});
     painter.restore();
     paintFocus(painter, rect(), cornerRadius);
 }

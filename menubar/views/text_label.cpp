@@ -36,6 +36,11 @@ QFont panelFont(int pixelSize, QFont::Weight weight)
     return font;
 }
 
+double topInMiddle(int height, const QFont& font)
+{
+    return (height - QFontMetricsF(font).height()) / 2;
+}
+
 QString plainToolTip(const QString& text)
 {
     if (text.isEmpty())

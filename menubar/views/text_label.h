@@ -22,6 +22,9 @@ struct TextStyle {
 /// The system's typeface at a size.
 QFont panelFont(int pixelSize, QFont::Weight weight = QFont::Normal);
 
+/// Where the upper edge of a line is that stands in the middle of a height.
+double topInMiddle(int height, const QFont& font);
+
 /// A tooltip that shows a text as it stands and wraps it; Qt would take one that looks like markup for markup.
 QString plainToolTip(const QString& text);
 

@@ -283,6 +283,17 @@ TEST_F(MenuPanelTest, OpeningReadsTheLoginItemAgain)
     EXPECT_NE(button<ActionButton>("Open at Login: Off"), nullptr);
 }
 
+TEST_F(MenuPanelTest, AMinimizedWindowRestsAndCatchesUpWhenItIsBack)
+{
+    open(calmState, MenuPanel::Role::ordinary);
+    panel->showMinimized();
+    const QStringList before = texts();
+    change(setAsideState(1));
+    EXPECT_EQ(texts(), before);
+    panel->showNormal();
+    EXPECT_NE(button<PillButton>("Acknowledge"), nullptr);
+}
+
 TEST_F(MenuPanelTest, RowsThatShowSomethingElseCloseThePanelFirst)
 {
     open(calmState);
