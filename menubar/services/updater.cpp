@@ -88,10 +88,11 @@ void Updater::checkForUpdates()
 void Updater::showNotConfiguredAlert() const
 {
     const std::string host = Product::vendorHost;
+    const std::string advice = system_.updateAdvice.empty() ? "" : "\n\n" + system_.updateAdvice;
     comeToForeground(system_);
     system_.runAlert({.title = "Updates not configured yet",
                       .text = "Checking will work once updates are published on " + host +
-                              ". Until then, new versions come from https://" + host + "/quenchly/.",
+                              ". Until then, new versions come from https://" + host + "/quenchly/." + advice,
                       .buttons = {"OK"}});
     returnToMenuBar(system_);
 }

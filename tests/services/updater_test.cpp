@@ -170,5 +170,14 @@ TEST_F(UpdaterTest, ACheckWithoutConfigurationSaysSoInAnAlert)
     EXPECT_TRUE(world.desktop.tasks.empty());
 }
 
+TEST_F(UpdaterTest, TheAlertSaysHowElseTheSystemUpdatesPrograms)
+{
+    System system = world.system();
+    system.updateAdvice = "The package manager does it.";
+    Updater(system).checkForUpdates();
+    const std::string text = world.desktop.alerts.front().text;
+    EXPECT_NE(text.find("/quenchly/.\n\nThe package manager does it."), std::string::npos) << text;
+}
+
 }  // namespace
 }  // namespace quenchly

@@ -63,6 +63,7 @@ void addDesktop(System& system)
     system.copyToPasteboard = copyToPasteboard;
     system.moveToTrash = moveToTrash;
     system.startUpdaterBackend = startUpdaterBackend;
+    system.updateAdvice = "If Quenchly came as a package, the package manager updates it.";
     system.openAddress = [environment = system.environment](const std::string& address) {
         return openWithDesktop(address, environment);
     };
