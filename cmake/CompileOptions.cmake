@@ -10,6 +10,15 @@ target_compile_definitions(QuenchlyCompileOptions INTERFACE QT_NO_KEYWORDS QT_NO
 if(QUENCHLY_WERROR)
     target_compile_options(QuenchlyCompileOptions INTERFACE -Werror)
 endif()
+
+if(NOT APPLE AND NOT QUENCHLY_SANITIZE)
+    # What distributions build with, beside position-independent programs, which their compilers make unasked. Some
+    # compilers define _FORTIFY_SOURCE themselves; it takes an optimizing build.
+    target_compile_options(QuenchlyCompileOptions INTERFACE -fstack-protector-strong
+        $<$<CONFIG:Release,RelWithDebInfo>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release,RelWithDebInfo>:-D_FORTIFY_SOURCE=2>)
+    target_link_options(QuenchlyCompileOptions INTERFACE -Wl,--as-needed -Wl,-z,relro -Wl,-z,now)
+endif()
+
 if(QUENCHLY_SANITIZE)
     add_compile_options(-fsanitize=${QUENCHLY_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${QUENCHLY_SANITIZE})
