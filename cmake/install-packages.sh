@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs what a purpose needs and this machine lacks. usage: install-packages.sh run|test|bench
+# Installs what a purpose needs and this machine lacks. usage: install-packages.sh run|test|bench|package
 set -eu
 
 debian_packages() {
@@ -8,10 +8,12 @@ debian_packages() {
         test)
             echo libgtest-dev desktop-file-utils procps xvfb xauth dbus at-spi2-core
             echo openbox xcompmgr xfce4-panel xfconf xdotool
+            echo appstream fakeroot file lintian mandoc
             echo clang-19 llvm-19 libclang-rt-19-dev libc++-19-dev musl-dev
             echo libgnustep-gui-dev gnustep-back0.29-cairo gobjc
             ;;
         bench) echo procps xvfb xauth dbus openbox xfce4-panel xfconf i3status conky-std xdotool ;;
+        package) echo file ;;
     esac
 }
 

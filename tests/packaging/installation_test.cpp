@@ -44,14 +44,17 @@ protected:
     static inline std::unique_ptr<testing::ScratchFolder> folder;
 };
 
-TEST_F(Installation, HoldsTheProgramsTheEntryTheIconsAndNothingElse)
+TEST_F(Installation, HoldsTheProgramsTheirDescriptionsTheIconsAndNothingElse)
 {
     std::set<std::string> expected{"bin/quenchly-menubar",
                                    "bin/quenchly-status",
                                    QUENCHLY_DEMO_FOLDER "/quenchly",
                                    "share/applications/quenchly.desktop",
                                    "share/icons/hicolor/scalable/apps/quenchly.svg",
-                                   "share/icons/hicolor/symbolic/apps/quenchly-symbolic.svg"};
+                                   "share/icons/hicolor/symbolic/apps/quenchly-symbolic.svg",
+                                   "share/man/man1/quenchly-menubar.1",
+                                   "share/man/man1/quenchly-status.1",
+                                   "share/metainfo/com.brindlemoor.quenchly.menubar.metainfo.xml"};
     for (const char* side : {"16", "22", "24", "32", "48", "64", "128", "256", "512"})
         expected.insert("share/icons/hicolor/" + std::string(side) + "x" + side + "/apps/quenchly.png");
     EXPECT_EQ(files(), expected);
