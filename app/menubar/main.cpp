@@ -13,6 +13,7 @@
 #include "menu_bar_application.h"
 #include "product.h"
 #include "quit_signals.h"
+#include "second_start.h"
 #include "single_instance.h"
 #include "system.h"
 
@@ -90,6 +91,7 @@ int runInMenuBar(System system)
     MenuBarApplication application(watcher, updater, makeMenuBarExtra());
     QObject::connect(&instance, &SingleInstance::openRequested, &application,
                      [&](const QString& token) { application.open({}, token); });
+    whenStartedAgain([&application] { application.open({}, {}); });
     return QApplication::exec();
 }
 

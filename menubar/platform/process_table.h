@@ -28,8 +28,8 @@ public:
     /// and so does one whose matching could take seconds; the empty one matches everything.
     virtual std::vector<ProcessId> matching(const std::string& pattern) = 0;
 
-    /// The states of the given processes as the first letter that ps prints ("S", "R", "T", "Z", ...), without the
-    /// modifiers that may follow it there. Ids that are gone are absent.
+    /// The states of the given processes: first the letter that ps prints ("S", "R", "T", "Z", ...), perhaps followed by
+    /// its modifiers ("Ss+"). Ids that are gone are absent.
     virtual std::map<ProcessId, std::string> states(const std::vector<ProcessId>& ids) = 0;
 };
 

@@ -35,6 +35,14 @@ constexpr NSAlertStyle NSAlertStyleInformational = NSInformationalAlertStyle;
 - (void)setStyleMask:(NSUInteger)styleMask;
 @end
 
+@interface NSAppleEventManager (Gap)
++ (NSAppleEventManager*)sharedAppleEventManager;
+- (void)setEventHandler:(id)handler
+            andSelector:(SEL)handleEventSelector
+          forEventClass:(uint32_t)eventClass
+             andEventID:(uint32_t)eventID;
+@end
+
 @interface NSView (Gap)
 - (void)setAccessibilityLabel:(NSString*)accessibilityLabel;
 @end

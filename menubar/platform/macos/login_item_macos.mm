@@ -15,14 +15,19 @@
 namespace quenchly {
 namespace {
 
+/// nil for a program that is in no bundle: the system starts bundles at login, and nothing else.
 id<QuenchlyAppService> mainAppService()
 {
+    if ([[NSBundle mainBundle] bundleIdentifier] == nil)
+        return nil;
     const Class<QuenchlyAppService> service = NSClassFromString(@"SMAppService");
     return [service mainAppService];
 }
 
 std::string reason(NSError* error)
 {
+    if (mainAppService() == nil)
+        return "The program does not run from an application bundle.";
     const std::string text = utf8Text([error localizedDescription]);
     return text.empty() ? "The login items service gave no reason." : text;
 }
@@ -32,9 +37,12 @@ public:
     Status status() const override
     {
         @autoreleasepool {
-            switch ([mainAppService() status]) {
+            const id<QuenchlyAppService> service = mainAppService();
+            if (service == nil)
+                return Status::notFound;
+            switch ([service status]) {
                 case 0:
-                    return mainAppService() != nil ? Status::notRegistered : Status::notFound;
+                    return Status::notRegistered;
                 case 1:
                     return Status::enabled;
                 case 2:

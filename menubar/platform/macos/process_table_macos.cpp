@@ -20,7 +20,11 @@ private:
 
 std::vector<ProcessId> pgrep(const std::string& option, const std::string& pattern)
 {
-    const auto result = runTool({"/usr/bin/pgrep", option, "--", pattern});
+    std::vector<std::string> command{"/usr/bin/pgrep", option, pattern};
+    // A label from a state file must not pass for another option.
+    if (pattern.starts_with('-'))
+        command.insert(command.end() - 1, "--");
+    const auto result = runTool(command);
     return result && result->exitStatus == 0 ? parsePgrepOutput(result->standardOutput) : std::vector<ProcessId>();
 }
 

@@ -47,7 +47,11 @@ void append(NSMutableAttributedString* text, const std::string& part, CGFloat we
 // The current event is never consulted: an activation through accessibility has none.
 - (void)quenchlyItemPressed:(id)sender
 {
-    if (quenchlyHandler)
+    // An alert takes all input until it is answered; a panel beside it would be dead.
+    NSApplication* application = [NSApplication sharedApplication];
+    if ([application modalWindow] != nil)
+        [application activateIgnoringOtherApps:YES];
+    else if (quenchlyHandler)
         quenchlyHandler(quenchly::bottomLeft(sender));
 }
 @end

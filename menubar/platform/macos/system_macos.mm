@@ -11,6 +11,7 @@
 #include "settings_of_this_run.h"
 #include "sysctl_string.h"
 #include "system.h"
+#include "text.h"
 #include "user_home.h"
 
 namespace quenchly {
@@ -29,10 +30,12 @@ std::filesystem::path mainExecutable()
     }
 }
 
-std::filesystem::path mainBundlePath()
+/// The "bundle" of a program outside of any is the folder that it lies in, with all that lies there too.
+std::filesystem::path applicationItem(const std::filesystem::path& executable)
 {
     @autoreleasepool {
-        return utf8Text([[NSBundle mainBundle] bundlePath]);
+        const std::filesystem::path bundle = utf8Text([[NSBundle mainBundle] bundlePath]);
+        return bundle.extension() == ".app" ? bundle : executable;
     }
 }
 
@@ -61,10 +64,13 @@ bool openWithDefaultHandler(const std::string& address)
     }
 }
 
+/// NSLog repeats the line on standard error when that is a terminal.
 void writeToSystemLog(const std::string& line)
 {
+    constexpr std::size_t maxCharacters = 1000;
     @autoreleasepool {
-        NSLog(@"%@", nsString(line));
+        // An error's text may hold anything: a percent sign is no conversion, a line break no line of its own.
+        NSLog(@"%@", nsString(displayLine(line, maxCharacters)));
     }
 }
 
@@ -80,7 +86,7 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
         .executableFolder = executable.parent_path(),
         .launchAgentsFolder = home / "Library/LaunchAgents",
         .environment = environmentVariables(),
-        .applicationItem = mainBundlePath(),
+        .applicationItem = applicationItem(executable),
         .bundleInfo = textsOfMainBundle(),
         .launchctl = "/bin/launchctl",
         .now = systemNow,

@@ -20,6 +20,8 @@
 namespace quenchly {
 namespace {
 
+NSString* const frameworkName = @"Sparkle.framework";
+
 Class controllerClass()
 {
     return NSClassFromString(@"SPUStandardUpdaterController");
@@ -28,10 +30,10 @@ Class controllerClass()
 void loadFramework()
 {
     NSString* folder = [[NSBundle mainBundle] privateFrameworksPath];
-    NSBundle* framework = [NSBundle bundleWithPath:[folder stringByAppendingPathComponent:@"Sparkle.framework"]];
+    NSBundle* framework = [NSBundle bundleWithPath:[folder stringByAppendingPathComponent:frameworkName]];
     NSError* error = nil;
     if (framework != nil && ![framework loadAndReturnError:&error])
-        NSLog(@"%@", error);
+        NSLog(@"Quenchly: %@ cannot be loaded: %@", frameworkName, [error localizedDescription]);
 }
 
 class SparkleBackend final : public UpdaterBackend {

@@ -6,10 +6,13 @@
 #include "alert.h"
 #include "login_item.h"
 #include "pasteboard.h"
+#include "process_table.h"
 #include "recording_fakes.h"
 #include "running_application.h"
+#include "second_start.h"
 #include "status_item_macos.h"
 #include "sysctl_string.h"
+#include "system.h"
 #include "trash.h"
 #include "updater_backend.h"
 #include "user_defaults.h"
@@ -73,6 +76,18 @@ TEST_F(StatusItemTest, APressWithoutAnEventIsAPress)
     EXPECT_EQ(presses, 1);
 }
 
+TEST_F(StatusItemTest, APressWhileAnAlertIsUpBringsTheAlertForward)
+{
+    int presses = 0;
+    const StatusItem item([&presses](std::optional<ScreenPoint>) { ++presses; });
+    recordedCalls.clear();
+    fakeAlertIsUp = true;
+    [button() performClick:nil];
+    fakeAlertIsUp = false;
+    EXPECT_EQ(presses, 0);
+    EXPECT_EQ(recordedCalls, std::vector<std::string>{"activate before all others"});
+}
+
 TEST_F(StatusItemTest, TellsItsBottomLeftCornerFromTheTopOfThePrimaryScreen)
 {
     std::optional<ScreenPoint> corner;
@@ -129,6 +144,7 @@ TEST_F(StatusItemTest, ShowsTextsInAnyScriptInTwoWeightsWithDigitsOfEqualWidth)
 
 TEST(LoginItemTest, EachStatusOfTheService)
 {
+    const FakeBundle bundle;
     const auto item = makeLoginItem({});
     const std::pair<long, LoginItem::Status> cases[] = {{0, LoginItem::Status::notRegistered},
                                                         {1, LoginItem::Status::enabled},
@@ -143,6 +159,7 @@ TEST(LoginItemTest, EachStatusOfTheService)
 
 TEST(LoginItemTest, SuccessIsAnEmptyTextAndFailureItsReason)
 {
+    const FakeBundle bundle;
     const auto item = makeLoginItem({});
     fakeLoginItemSucceeds = true;
     EXPECT_EQ(item->registerItem(), "");
@@ -150,6 +167,19 @@ TEST(LoginItemTest, SuccessIsAnEmptyTextAndFailureItsReason)
     fakeLoginItemSucceeds = false;
     EXPECT_EQ(item->registerItem(), "not permitted");
     EXPECT_EQ(item->unregisterItem(), "not permitted");
+}
+
+TEST(LoginItemTest, AProgramOutsideOfABundleIsRefusedWithoutAskingTheService)
+{
+    const FakeBundle none({.path = "/usr/local/bin", .identifier = std::nullopt});
+    const auto item = makeLoginItem({});
+    fakeLoginItemStatus = 1;
+    fakeLoginItemSucceeds = true;
+    recordedCalls.clear();
+    EXPECT_EQ(item->status(), LoginItem::Status::notFound);
+    EXPECT_EQ(item->registerItem(), "The program does not run from an application bundle.");
+    EXPECT_EQ(item->unregisterItem(), "The program does not run from an application bundle.");
+    EXPECT_EQ(recordedCalls, std::vector<std::string>());
 }
 
 TEST(LoginItemTest, ApprovalIsGivenInTheSystemsSettings)
@@ -230,9 +260,29 @@ TEST_F(DesktopTest, TheTrashTellsItsFailure)
     EXPECT_NE(errors.at(1).find("trash is full"), std::string::npos) << errors.at(1);
 }
 
+TEST_F(DesktopTest, AnEmptyPathNeverMovesTheCurrentFolder)
+{
+    for (const char* path : {"", "\xff"}) {
+        std::string error;
+        moveToTrash(path, [&error](const std::string& reason) { error = reason; });
+        EXPECT_EQ(error, "There is nothing to move.");
+    }
+    EXPECT_EQ(recordedCalls, Calls());
+}
+
+TEST_F(DesktopTest, AFrameworkThatCannotBeLoadedLeavesALineInTheLog)
+{
+    const FakeBundle bundle({.path = "/Applications/A b.app"});
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(startUpdaterBackend(), nullptr);
+    const std::string log = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(log.find("Quenchly: Sparkle.framework cannot be loaded: signed by 100%d others\n"), std::string::npos)
+        << log;
+    EXPECT_EQ(recordedCalls, Calls{"bundle at /Applications/A b.app/Contents/Frameworks/Sparkle.framework"});
+}
+
 TEST_F(DesktopTest, TheUpdateFrameworkIsStartedWhereThereIsOne)
 {
-    EXPECT_EQ(startUpdaterBackend(), nullptr);
     offerUpdateFramework();
     auto updater = startUpdaterBackend();
     ASSERT_NE(updater, nullptr);
@@ -255,6 +305,92 @@ TEST(SysctlStringTest, ReadsATextOrTellsThatItCannot)
     EXPECT_EQ(sysctlString("hw.model"), "");
     fakeHardwareModel = nullptr;
     EXPECT_EQ(sysctlString("hw.model"), std::nullopt);
+}
+
+TEST(SystemTest, KnowsTheTextsOfItsBundle)
+{
+    const FakeBundle bundle({.info = {{"CFBundleShortVersionString", "1.4.2"}, {"SUFeedURL", "https://a/б.xml"}}});
+    const System system = makeSystem();
+    EXPECT_EQ(system.bundleInfo, (std::map<std::string, std::string>{{"CFBundleShortVersionString", "1.4.2"},
+                                                                     {"SUFeedURL", "https://a/б.xml"}}));
+    EXPECT_EQ(system.applicationItem, "/Applications/Some.app");
+    EXPECT_EQ(system.executableFolder, "/Applications/Some.app/Contents/MacOS");
+}
+
+TEST(SystemTest, OutsideOfABundleTheProgramAloneCanGoToTheTrash)
+{
+    const FakeBundle none({.path = "/usr/local/bin", .identifier = std::nullopt});
+    EXPECT_EQ(makeSystem().applicationItem, "/usr/local/bin/Contents/MacOS/Some");
+}
+
+TEST(SystemTest, ALogLineIsOneLineLetterForLetter)
+{
+    const System system = makeSystem();
+    ::testing::internal::CaptureStderr();
+    system.log("Quenchly Open at Login failed: 100% %n%@%s\n\x1b[31mQuenchly: forged");
+    const std::string log = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(log.find(" Quenchly Open at Login failed: 100% %n%@%s [31mQuenchly: forged\n"), std::string::npos) << log;
+    EXPECT_EQ(std::ranges::count(log, '\n'), 1) << log;
+}
+
+TEST(SystemTest, OpensAnAddressAndTellsWhetherThatWentWell)
+{
+    const System system = makeSystem();
+    recordedCalls.clear();
+    EXPECT_TRUE(system.openAddress("mailto:a@b.example?subject=A%20b&body=%0A"));
+    fakeAddressOpens = false;
+    EXPECT_FALSE(system.openAddress("http://127.0.0.1:8280"));
+    fakeAddressOpens = true;
+    EXPECT_EQ(recordedCalls, (Calls{"open mailto:a@b.example?subject=A%20b&body=%0A", "open http://127.0.0.1:8280"}));
+}
+
+TEST(SecondStartTest, OpensEachTimeFromWhenTheEventLoopRuns)
+{
+    int starts = 0;
+    whenStartedAgain([&starts] { ++starts; });
+    runWhatWasPutOff();
+    startAgain();
+    startAgain();
+    EXPECT_EQ(starts, 2);
+}
+
+class ProcessTableTest : public testing::Test {
+protected:
+    void SetUp() override { recordedCalls.clear(); }
+
+    std::unique_ptr<ProcessTable> table_ = makeProcessTable();
+};
+
+TEST_F(ProcessTableTest, AsksPgrepAndPsWithTheseArgumentsAndNoOthers)
+{
+    fakeToolOutput = ToolOutput{.exitStatus = 0, .standardOutput = "412\n7\n"};
+    EXPECT_EQ(table_->named("ollama"), (std::vector<ProcessId>{7, 412}));
+    EXPECT_EQ(table_->matching("LM Studio.app/Contents/MacOS/LM Studio --run-as-service").size(), 2U);
+    fakeToolOutput = ToolOutput{.exitStatus = 1, .standardOutput = "    7 Ss+\n  412 T\n"};
+    EXPECT_EQ(table_->states({7, 412, 90210}), (std::map<ProcessId, std::string>{{7, "Ss+"}, {412, "T"}}));
+    EXPECT_EQ(recordedCalls, (Calls{"/usr/bin/pgrep|-x|ollama",
+                                    "/usr/bin/pgrep|-f|LM Studio.app/Contents/MacOS/LM Studio --run-as-service",
+                                    "/bin/ps|-o|pid=,stat=|-p|7,412,90210"}));
+}
+
+TEST_F(ProcessTableTest, OnlyAnExitStatusOfZeroFindsProcesses)
+{
+    for (const int status : {1, 2, 3, -1}) {
+        fakeToolOutput = ToolOutput{.exitStatus = status, .standardOutput = "412\n"};
+        table_->beginRefresh();
+        EXPECT_TRUE(table_->named("ollama").empty()) << status;
+    }
+    fakeToolOutput = std::nullopt;
+    table_->beginRefresh();
+    EXPECT_TRUE(table_->matching("mlx_lm.server").empty());
+    EXPECT_TRUE(table_->states({412}).empty());
+}
+
+TEST_F(ProcessTableTest, APatternThatLooksLikeAnOptionIsStillAPattern)
+{
+    fakeToolOutput = ToolOutput{.exitStatus = 1, .standardOutput = ""};
+    table_->named("-u0");
+    EXPECT_EQ(recordedCalls, Calls{"/usr/bin/pgrep|-x|--|-u0"});
 }
 
 }  // namespace

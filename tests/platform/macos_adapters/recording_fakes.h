@@ -1,7 +1,12 @@
 #pragma once
 
+#include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "tool_output.h"
 
 /// What the adapters asked of those parts of AppKit that the test machine lacks, in order.
 extern std::vector<std::string> recordedCalls;
@@ -18,6 +23,38 @@ extern bool fakeTrashSucceeds;
 
 /// From now on the update framework's controller can be looked up, as if the framework were loaded.
 void offerUpdateFramework();
+
+struct FakeBundleFacts {
+    std::string path = "/Applications/Some.app";
+    /// A program that is in no bundle has none.
+    std::optional<std::string> identifier = "some.identifier";
+    /// Texts. The information dictionary has one value more, which is a number.
+    std::map<std::string, std::string> info;
+};
+
+/// As long as it lives, the program lies in a bundle with these facts, and each framework fails to load.
+class FakeBundle {
+public:
+    explicit FakeBundle(FakeBundleFacts facts = {});
+    ~FakeBundle();
+    FakeBundle(const FakeBundle&) = delete;
+    FakeBundle& operator=(const FakeBundle&) = delete;
+};
+
+/// Whether an alert is up.
+extern bool fakeAlertIsUp;
+
+/// Whether a browser can be started.
+extern bool fakeAddressOpens;
+
+/// What the next tool of the system does. Its command line is recorded.
+extern std::optional<quenchly::ToolOutput> fakeToolOutput;
+
+/// Does what was to be done once the event loop runs.
+void runWhatWasPutOff();
+
+/// Tells the program that somebody started it again.
+void startAgain();
 
 /// What the machine answers to "hw.model"; none makes every system control fail.
 extern const char* fakeHardwareModel;

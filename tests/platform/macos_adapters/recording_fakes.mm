@@ -5,6 +5,10 @@
 #include <sys/sysctl.h>
 
 #include <cstring>
+#include <utility>
+
+#include "live_metrics.h"
+#include "run_later.h"
 
 std::vector<std::string> recordedCalls;
 long fakeLoginItemStatus = 0;
@@ -12,11 +16,22 @@ bool fakeLoginItemSucceeds = true;
 long fakeAnswer = 0;
 bool fakeTrashSucceeds = true;
 const char* fakeHardwareModel = nullptr;
+bool fakeAlertIsUp = false;
+bool fakeAddressOpens = true;
+std::optional<quenchly::ToolOutput> fakeToolOutput;
 
 namespace {
 
 NSStatusItem* theItem;
 NSStatusBarButton* theButton;
+std::vector<std::function<void()>> putOff;
+std::function<void()> reopen;
+FakeBundleFacts bundleFacts;
+
+NSString* text(const std::string& utf8)
+{
+    return [NSString stringWithUTF8String:utf8.c_str()];
+}
 
 void record(NSString* call)
 {
@@ -129,6 +144,12 @@ void record(NSString* call)
     return YES;
 }
 
+- (NSWindow*)modalWindow
+{
+    static NSWindow* alert = [[NSWindow alloc] init];
+    return fakeAlertIsUp ? alert : nil;
+}
+
 - (void)activateIgnoringOtherApps:(BOOL)flag
 {
     record(flag ? @"activate before all others" : @"activate");
@@ -176,7 +197,108 @@ void record(NSString* call)
 }
 @end
 
+@interface FakeMainBundle : NSObject
+@end
+
+@implementation FakeMainBundle
++ (id)mainBundle
+{
+    return [[[FakeMainBundle alloc] init] autorelease];
+}
+
++ (id)bundleWithPath:(NSString*)path
+{
+    record([@"bundle at " stringByAppendingString:path]);
+    return [[[FakeMainBundle alloc] init] autorelease];
+}
+
+- (NSString*)bundlePath
+{
+    return text(bundleFacts.path);
+}
+
+- (NSString*)executablePath
+{
+    return [[self bundlePath] stringByAppendingPathComponent:@"Contents/MacOS/Some"];
+}
+
+- (NSString*)privateFrameworksPath
+{
+    return [[self bundlePath] stringByAppendingPathComponent:@"Contents/Frameworks"];
+}
+
+- (NSString*)bundleIdentifier
+{
+    return bundleFacts.identifier ? text(*bundleFacts.identifier) : nil;
+}
+
+- (NSDictionary*)infoDictionary
+{
+    NSMutableDictionary* info = [NSMutableDictionary dictionary];
+    [info setObject:[NSNumber numberWithInt:1] forKey:@"LSUIElement"];
+    for (const auto& [key, value] : bundleFacts.info)
+        [info setObject:text(value) forKey:text(key)];
+    return info;
+}
+
+- (BOOL)loadAndReturnError:(NSError**)error
+{
+    *error = [NSError errorWithDomain:@"fake"
+                                 code:1
+                             userInfo:[NSDictionary dictionaryWithObject:@"signed by 100%d others"
+                                                                  forKey:NSLocalizedDescriptionKey]];
+    return NO;
+}
+@end
+
+namespace {
+
+// Only while a test asks for it, because GNUstep itself lives on its bundles.
+void exchangeClassMethods(SEL selector)
+{
+    method_exchangeImplementations(class_getClassMethod([NSBundle class], selector),
+                                   class_getClassMethod([FakeMainBundle class], selector));
+}
+
+}  // namespace
+
+FakeBundle::FakeBundle(FakeBundleFacts facts)
+{
+    bundleFacts = std::move(facts);
+    exchangeClassMethods(@selector(mainBundle));
+    exchangeClassMethods(@selector(bundleWithPath:));
+}
+
+FakeBundle::~FakeBundle()
+{
+    exchangeClassMethods(@selector(mainBundle));
+    exchangeClassMethods(@selector(bundleWithPath:));
+}
+
+@implementation NSAppleEventManager (Fake)
++ (NSAppleEventManager*)sharedAppleEventManager
+{
+    static NSAppleEventManager* manager = [[NSAppleEventManager alloc] init];
+    return manager;
+}
+
+- (void)setEventHandler:(id)handler
+            andSelector:(SEL)selector
+          forEventClass:(uint32_t)eventClass
+             andEventID:(uint32_t)eventId
+{
+    if (eventClass == 0x61657674 && eventId == 0x72617070)
+        reopen = [handler, selector] { [handler performSelector:selector withObject:nil withObject:nil]; };
+}
+@end
+
 @implementation NSWorkspace (Fake)
+- (BOOL)openURL:(NSURL*)url
+{
+    record([@"open " stringByAppendingString:[url absoluteString]]);
+    return fakeAddressOpens;
+}
+
 - (void)recycleURLs:(NSArray*)urls completionHandler:(void (^)(NSDictionary*, NSError*))handler
 {
     record([@"recycle " stringByAppendingString:[[urls objectAtIndex:0] path]]);
@@ -236,6 +358,40 @@ void offerUpdateFramework()
 {
     objc_registerClassPair(objc_allocateClassPair([FakeUpdaterController class], "SPUStandardUpdaterController", 0));
 }
+
+void runWhatWasPutOff()
+{
+    for (const auto& task : std::exchange(putOff, {}))
+        task();
+}
+
+void startAgain()
+{
+    reopen();
+}
+
+namespace quenchly {
+
+void runLater(std::chrono::milliseconds, const std::function<void()>& task)
+{
+    putOff.push_back(task);
+}
+
+std::optional<ToolOutput> runTool(const std::vector<std::string>& command)
+{
+    std::string line;
+    for (const std::string& word : command)
+        line += (line.empty() ? "" : "|") + word;
+    recordedCalls.push_back(line);
+    return fakeToolOutput;
+}
+
+std::optional<LastMetrics> LiveMetricsSampler::sample(bool)
+{
+    return std::nullopt;
+}
+
+}  // namespace quenchly
 
 int sysctlbyname(const char* name, void* buffer, size_t* size, void*, size_t)
 {

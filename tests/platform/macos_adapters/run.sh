@@ -16,6 +16,7 @@ libgnustep-gui-dev /usr/include/GNUstep/AppKit/AppKit.h
 gnustep-back0.29-cairo /usr/lib/GNUstep/Bundles/libgnustep-cairo-*.bundle
 gobjc $gcc_folder/libobjc.so
 libgtest-dev /usr/include/gtest/gtest.h
+libutf8proc-dev /usr/include/utf8proc.h
 xvfb /usr/bin/xvfb-run
 LIST
 
@@ -24,7 +25,7 @@ compile()
     clang++-19 -x objective-c++ -std=c++20 -g -pthread -fsanitize=address -fobjc-runtime=gcc -fobjc-exceptions \
         -fexceptions -fblocks -fconstant-string-class=NSConstantString -D_NATIVE_OBJC_EXCEPTIONS -DGNUSTEP \
         -DGNUSTEP_BASE_LIBRARY=1 -DGNU_GUI_LIBRARY=1 -DGNU_RUNTIME=1 -Wall -Wextra -Werror \
-        -Wno-objc-protocol-method-implementation -isystem "$build" -isystem "$root/macos-check/gnustep" \
+        -Wno-missing-field-initializers -Wno-objc-protocol-method-implementation -isystem "$build" -isystem "$root/macos-check/gnustep" \
         -isystem /usr/include/GNUstep -isystem "$gcc_folder/include" -I "$root/core" -I "$root/menubar/platform" \
         -I "$root/menubar/platform/macos" -c "$1" -o "$build/$(basename "$1").o"
 }
@@ -33,14 +34,16 @@ mkdir -p "$build/objc" "$build/sys" "$build/home" "$build/tmp"
 # GNUstep's headers include a name that gcc's Objective-C runtime does not have.
 echo '#pragma once' >"$build/objc/blocks_runtime.h"
 cp "$root/macos-check/apple/sys/sysctl.h" "$build/sys/"
-sources=("$root"/menubar/platform/macos/{alert,login_item,pasteboard,running_application,status_item,trash}_macos.mm
-    "$root"/menubar/platform/macos/{updater_backend,user_defaults}_macos.mm
-    "$root"/menubar/platform/macos/sysctl_string.cpp "$here"/*.mm)
+adapters=$root/menubar/platform/macos
+sources=("$adapters"/{alert,login_item,pasteboard,running_application,second_start,status_item,system,trash}_macos.mm
+    "$adapters"/{updater_backend,user_defaults}_macos.mm
+    "$adapters"/{process_output,process_table_macos,settings_of_this_run,sysctl_string}.cpp
+    "$root"/menubar/platform/confined_home.cpp "$root"/core/{child_process,text,user_home}.cpp "$here"/*.mm)
 for source in "${sources[@]}"; do
     compile "$source"
 done
 clang++-19 -fsanitize=address "$build"/*.o -o "$build/macos_adapter_test" -pthread -lgnustep-gui -lgnustep-base \
-    -L"$gcc_folder" -lobjc -lgtest
+    -L"$gcc_folder" -lobjc -lgtest -lutf8proc
 
 # Nothing of the user's is read or written. HOME alone does not do: GNUstep takes the home from the user database.
 sed "s|=GNUstep/|=$build/home/|" /etc/GNUstep/GNUstep.conf >"$build/GNUstep.conf"
