@@ -1,6 +1,10 @@
 find_package(nlohmann_json 3.10 REQUIRED)
 
 find_path(UTF8PROC_INCLUDE_DIR utf8proc.h REQUIRED)
+if(APPLE)
+    # So that quenchly-status is one file that runs from anywhere.
+    find_library(UTF8PROC_LIBRARY libutf8proc.a)
+endif()
 find_library(UTF8PROC_LIBRARY utf8proc REQUIRED)
 add_library(utf8proc::utf8proc UNKNOWN IMPORTED)
 set_target_properties(utf8proc::utf8proc PROPERTIES

@@ -348,9 +348,10 @@ TEST(SecondStartTest, OpensEachTimeFromWhenTheEventLoopRuns)
 {
     int starts = 0;
     whenStartedAgain([&starts] { ++starts; });
+    EXPECT_FALSE(startAgain());
     runWhatWasPutOff();
-    startAgain();
-    startAgain();
+    EXPECT_TRUE(startAgain());
+    EXPECT_TRUE(startAgain());
     EXPECT_EQ(starts, 2);
 }
 

@@ -53,8 +53,8 @@ extern std::optional<quenchly::ToolOutput> fakeToolOutput;
 /// Does what was to be done once the event loop runs.
 void runWhatWasPutOff();
 
-/// Tells the program that somebody started it again.
-void startAgain();
+/// Tells the program that somebody started it again; false when it does not listen.
+bool startAgain();
 
 /// What the machine answers to "hw.model"; none makes every system control fail.
 extern const char* fakeHardwareModel;

@@ -365,9 +365,11 @@ void runWhatWasPutOff()
         task();
 }
 
-void startAgain()
+bool startAgain()
 {
-    reopen();
+    if (reopen)
+        reopen();
+    return reopen != nullptr;
 }
 
 namespace quenchly {
