@@ -77,14 +77,13 @@ std::optional<std::string> replacement(char placeholder, const Argument* argumen
 
 #ifdef __APPLE__
 
-std::string utf8(CFStringRef text)
+/// A language tag; empty when it is longer than any that we know.
+std::string utf8(CFStringRef tag)
 {
-    const CFIndex capacity = CFStringGetMaximumSizeForEncoding(CFStringGetLength(text), kCFStringEncodingUTF8) + 1;
-    std::string buffer(static_cast<std::size_t>(capacity), '\0');
-    if (!CFStringGetCString(text, buffer.data(), capacity, kCFStringEncodingUTF8))
+    std::array<char, 256> buffer{};
+    if (!CFStringGetCString(tag, buffer.data(), static_cast<CFIndex>(buffer.size()), kCFStringEncodingUTF8))
         return {};
-    buffer.resize(buffer.find('\0'));
-    return buffer;
+    return buffer.data();
 }
 
 #else

@@ -18,8 +18,6 @@ void CFRelease(CFTypeRef);
 CFArrayRef CFLocaleCopyPreferredLanguages(void) __attribute__((cf_returns_retained));
 CFIndex CFArrayGetCount(CFArrayRef);
 const void* CFArrayGetValueAtIndex(CFArrayRef, CFIndex);
-CFIndex CFStringGetLength(CFStringRef);
-CFIndex CFStringGetMaximumSizeForEncoding(CFIndex, CFStringEncoding);
 Boolean CFStringGetCString(CFStringRef, char*, CFIndex, CFStringEncoding);
 #ifdef __cplusplus
 }

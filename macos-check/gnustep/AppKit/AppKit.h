@@ -3,7 +3,6 @@
 #include_next <AppKit/AppKit.h>
 
 // What AppKit has, by Apple's documentation, and GNUstep 0.29's headers lack. Only this project vouches for these.
-constexpr NSCellImagePosition NSImageLeading = static_cast<NSCellImagePosition>(7);
 constexpr NSAlertStyle NSAlertStyleInformational = NSInformationalAlertStyle;
 
 @interface NSPasteboard (Gap)

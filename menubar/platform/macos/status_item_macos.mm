@@ -72,7 +72,7 @@ StatusItem::StatusItem(std::function<void(std::optional<ScreenPoint>)> pressed) 
             QUENCHLY_RETAIN([[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength]);
         [native_->item setAutosaveName:@"quenchly"];
         NSStatusBarButton* button = [native_->item button];
-        [button setImagePosition:NSImageLeading];
+        [button setImagePosition:NSImageLeft];
         [button setTarget:native_->target];
         [button setAction:@selector(quenchlyItemPressed:)];
     }

@@ -61,6 +61,7 @@ TEST_F(StatusItemTest, IsANamedItemOfVariableLength)
     EXPECT_TRUE(wasRecorded("status item of length -1"));
     EXPECT_TRUE(wasRecorded("autosave name quenchly"));
     EXPECT_EQ([button() menu], nil);
+    EXPECT_EQ([button() imagePosition], NSImageLeft);
 }
 
 TEST_F(StatusItemTest, APressWithoutAnEventIsAPress)
