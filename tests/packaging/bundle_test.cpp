@@ -75,15 +75,16 @@ protected:
     static void configure()
     {
         const std::string root = QUENCHLY_ROOT;
-        const ProgramRun run = cmake({"-G", "Ninja", "-S", root, "-B", *folder / "build",
-                                      "-DCMAKE_TOOLCHAIN_FILE=" + root + "/macos-check/cmake/toolchain.cmake",
-                                      "-DQUENCHLY_STAGED_HEADERS=" + (*folder / "headers").string(),
-                                      "-DQUENCHLY_UPDATE_FEED=https://updates.example/feed.xml?channel=1",
-                                      "-DQUENCHLY_UPDATE_KEY=" + std::string(key),
-                                      "-DQUENCHLY_UPDATE_FRAMEWORK=" + (*folder / "Sparkle.framework").string(),
-                                      "-DQUENCHLY_MACDEPLOYQT=" + (*folder / "tools/macdeployqt").string(),
-                                      "-DQUENCHLY_OFFSCREEN_PLUGIN=" + (*folder / "Qt/libqoffscreen.dylib").string(),
-                                      "-DQUENCHLY_SIGNING_IDENTITY=" + std::string(identity)});
+        const ProgramRun run =
+            cmake({"-G", "Ninja", "-S", root, "-B", *folder / "build",
+                   "-DCMAKE_TOOLCHAIN_FILE=" + root + "/macos-check/cmake/toolchain.cmake",
+                   "-DQUENCHLY_STAGED_HEADERS=" + (*folder / "headers").string(), "-DQUENCHLY_VENDOR_NAME=Ein Anbieter",
+                   "-DQUENCHLY_UPDATE_FEED=https://updates.example/feed.xml?channel=1",
+                   "-DQUENCHLY_UPDATE_KEY=" + std::string(key),
+                   "-DQUENCHLY_UPDATE_FRAMEWORK=" + (*folder / "Sparkle.framework").string(),
+                   "-DQUENCHLY_MACDEPLOYQT=" + (*folder / "tools/macdeployqt").string(),
+                   "-DQUENCHLY_OFFSCREEN_PLUGIN=" + (*folder / "Qt/libqoffscreen.dylib").string(),
+                   "-DQUENCHLY_SIGNING_IDENTITY=" + std::string(identity)});
         ASSERT_EQ(run.exitStatus, 0) << run.output << run.errors;
     }
 
@@ -183,6 +184,7 @@ TEST_F(Bundle, ItsInformationIsThatOfTheBuild)
         {"LSMinimumSystemVersion", "13.0"},
         {"LSUIElement", "true"},
         {"NSHighResolutionCapable", "true"},
+        {"NSHumanReadableCopyright", "© 2026 Ein Anbieter"},
         {"NSPrincipalClass", "NSApplication"},
         {"NSSupportsAutomaticGraphicsSwitching", "true"},
         {"SUFeedURL", "https://updates.example/feed.xml?channel=1"},
