@@ -10,7 +10,9 @@
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <cstdlib>
 #include <optional>
@@ -462,6 +464,73 @@ TEST(MenuBarExtraDeathTest, GetsByWithoutASessionBus)
     const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
     EXPECT_EXIT(showWithoutABus(), testing::ExitedWithCode(0), "");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
+}
+
+/// A session bus of our own, which can be ended.
+class OwnBus {
+public:
+    OwnBus() { qputenv("DBUS_SESSION_BUS_ADDRESS", address().toUtf8()); }
+
+    bool start()
+    {
+        daemon_.start(QStringLiteral("dbus-daemon"),
+                      {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                       QStringLiteral("--print-address"), QStringLiteral("--address=") + address()});
+        return daemon_.waitForReadyRead();
+    }
+    void kill()
+    {
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+
+private:
+    QString address() const { return QStringLiteral("unix:path=") + folder_.filePath(QStringLiteral("bus")); }
+
+    QTemporaryDir folder_;
+    QProcess daemon_;
+};
+
+/// Whether a tray that appears now on the bus is told of the item, and a press in it arrives.
+bool appearsAndCanBePressed(MenuBarExtra& extra)
+{
+    ScriptedWatcher watcher;
+    watcher.appear();
+    if (!QTest::qWaitFor([&] { return extra.isAvailable() && !watcher.registrations.isEmpty(); }, 20'000))
+        return false;
+    QSignalSpy activated(&extra, &MenuBarExtra::activated);
+    Host host(watcher.registrations.constFirst());
+    const bool isSame = host.property("Title").toString() == content().label;
+    host.callItem(QStringLiteral("Activate"), {3, 4});
+    return isSame && activated.count() == 1;
+}
+
+[[noreturn]] void outliveSessionBuses()
+{
+    OwnBus bus;
+    if (!bus.start())
+        std::_Exit(2);
+    const auto extra = makeMenuBarExtra();
+    extra->setContent(content());
+    if (!appearsAndCanBePressed(*extra))
+        std::_Exit(3);
+    for (int restart = 0; restart < 2; ++restart) {
+        bus.kill();
+        if (!QTest::qWaitFor([&] { return !extra->isAvailable(); }, 20'000))
+            std::_Exit(4);
+        if (!bus.start() || !appearsAndCanBePressed(*extra))
+            std::_Exit(5);
+    }
+    bus.kill();
+    std::_Exit(0);
+}
+
+TEST(MenuBarExtraDeathTest, TheItemComesBackWithANewSessionBus)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    EXPECT_EXIT(outliveSessionBuses(), testing::ExitedWithCode(0), "");
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
 }
 

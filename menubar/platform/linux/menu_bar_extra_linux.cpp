@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QCursor>
-#include <QDBusConnection>
 #include <QIcon>
 #include <QPixmap>
 #include <QScreen>
@@ -10,6 +9,7 @@
 #include <optional>
 
 #include "menu_bar_extra.h"
+#include "session_bus.h"
 #include "status_notifier_item.h"
 
 namespace quenchly {
@@ -62,6 +62,8 @@ public:
     bool isAvailable() const override { return available_.value_or(false); }
 
 private:
+    void joinBus();
+    void leaveBus();
     void hostChanged(bool hasHost);
     void showOnX11Tray();
     void updateX11Tray();
@@ -69,6 +71,7 @@ private:
     void setAvailable(bool available);
 
     MenuBarExtraContent content_;
+    SessionBus bus_;
     std::unique_ptr<StatusNotifierItem> item_;
     std::unique_ptr<QSystemTrayIcon> x11Icon_;
     QTimer restartGrace_;
@@ -83,15 +86,28 @@ LinuxMenuBarExtra::LinuxMenuBarExtra()
     x11TrayCheck_.setTimerType(Qt::VeryCoarseTimer);
     connect(&x11TrayCheck_, &QTimer::timeout, this, [this] { setAvailable(QSystemTrayIcon::isSystemTrayAvailable()); });
 
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
+    if (!bus_.connection().isConnected()) {
         restartGrace_.start(0s);
         return;
     }
-    item_ = std::make_unique<StatusNotifierItem>(bus);
+    connect(&bus_, &SessionBus::lost, this, &LinuxMenuBarExtra::leaveBus);
+    connect(&bus_, &SessionBus::found, this, &LinuxMenuBarExtra::joinBus);
+    joinBus();
+}
+
+void LinuxMenuBarExtra::joinBus()
+{
+    item_ = std::make_unique<StatusNotifierItem>(bus_.connection());
+    item_->setContent(content_);
     connect(item_.get(), &StatusNotifierItem::activated, this,
             [this](QPoint position, const QString& token) { Q_EMIT activated(inPoints(position), token); });
     connect(item_.get(), &StatusNotifierItem::hostChanged, this, &LinuxMenuBarExtra::hostChanged);
+}
+
+void LinuxMenuBarExtra::leaveBus()
+{
+    item_.reset();
+    hostChanged(false);
 }
 
 void LinuxMenuBarExtra::setContent(const MenuBarExtraContent& content)
