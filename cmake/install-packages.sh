@@ -7,7 +7,8 @@ debian_packages() {
     case $1 in
         test)
             echo libgtest-dev desktop-file-utils procps xvfb xauth dbus at-spi2-core
-            echo openbox xcompmgr xfce4-panel xfconf xdotool
+            echo openbox xcompmgr xfce4-panel xfconf xdotool x11-xserver-utils
+            echo tigervnc-standalone-server
             echo appstream fakeroot file lintian mandoc
             echo clang-19 llvm-19 libclang-rt-19-dev libc++-19-dev musl-dev
             echo libgnustep-gui-dev gnustep-back0.29-cairo gobjc

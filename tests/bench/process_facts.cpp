@@ -3,10 +3,11 @@
 #include <time.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <sstream>
 #include <string>
+
+#include "file_reading.h"
 
 namespace quenchly::bench {
 namespace {
@@ -18,10 +19,10 @@ fs::path folderOf(pid_t process)
     return fs::path("/proc") / std::to_string(process);
 }
 
+/// Empty when the process or thread has just ended, for which a stream would throw.
 std::string contentOf(const fs::path& file)
 {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return readFile(file).bytes;
 }
 
 /// The number behind `name` at the start of a line; 0 when there is none.

@@ -88,7 +88,7 @@ void ApplicationOnDesktop::startApplication(const std::map<QString, QString>& va
         environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::number(scale()));
     for (const auto& [name, value] : variables)
         environment.insert(name, value);
-    application.setProcessChannelMode(QProcess::ForwardedChannels);
+    application.setProcessChannelMode(channels);
     application.setProcessEnvironment(environment);
     application.start(QStringLiteral(QUENCHLY_MENUBAR_PATH),
                       {QStringLiteral("--home"), home.path(), QStringLiteral("--language"), QLatin1String(language)});

@@ -63,6 +63,8 @@ protected:
     QTemporaryDir home;
     QTemporaryDir tools;
     QProcess application;
+    /// Where what the application prints goes.
+    QProcess::ProcessChannelMode channels = QProcess::ForwardedChannels;
 
 private:
     QRect windowTitled(const QString& title) const;

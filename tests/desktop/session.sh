@@ -1,13 +1,14 @@
 #!/bin/bash
 # Runs a command on a desktop of its own: X server, session bus, window manager and a panel with a tray.
 # Usage: session.sh [--screen WIDTHxHEIGHT] [--bar EDGE-SIDE] [--scale FACTOR] [--compositing yes|no]
-#                   LOG_FOLDER COMMAND [ARGUMENT...]
+#                   [--resizable yes|no] LOG_FOLDER COMMAND [ARGUMENT...]
 #   EDGE is where the bar lies, top or bottom, and SIDE where the tray is on it, left, middle or right. The command finds them
-#   in SESSION_BAR, and the factor by which the tested program is to be enlarged in SESSION_SCALE.
+#   in SESSION_BAR, and the factor by which the tested program is to be enlarged in SESSION_SCALE. A resizable
+#   screen takes other sizes from xrandr.
 set -euo pipefail
 
 fail_with_usage() {
-    sed -n '3,6s/^# //p' "$0" >&2
+    sed -n '3,7s/^# //p' "$0" >&2
     exit 2
 }
 
@@ -15,6 +16,7 @@ screen=1280x800
 bar=top-right
 scale=1
 compositing=no
+resizable=no
 while [[ ${1-} == --* ]]; do
     [ $# -ge 2 ] || fail_with_usage
     case $1 in
@@ -22,6 +24,7 @@ while [[ ${1-} == --* ]]; do
         --bar) bar=$2 ;;
         --scale) scale=$2 ;;
         --compositing) compositing=$2 ;;
+        --resizable) resizable=$2 ;;
         *) fail_with_usage ;;
     esac
     shift 2
@@ -60,7 +63,13 @@ trap 'exit 130' INT
 trap 'exit 143' TERM
 
 mkfifo "$scratch/display"
-Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$scratch/display" >"$logs/xvfb.log" 2>&1 &
+# The usual server has one size only.
+if [ "$resizable" = yes ]; then
+    server=(Xtigervnc -geometry "$screen" -depth 24 -rfbport -1 -rfbunixpath "$scratch/vnc" -SecurityTypes None)
+else
+    server=(Xvfb -screen 0 "${screen}x24")
+fi
+"${server[@]}" -displayfd 3 -nolisten tcp 3>"$scratch/display" >"$logs/xvfb.log" 2>&1 &
 x_server=$!
 read -r -t 20 display <"$scratch/display"
 

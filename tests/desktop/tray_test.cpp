@@ -1,15 +1,13 @@
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QProcess>
 #include <QTest>
 
 #include "application_on_desktop.h"
+#include "bar.h"
 #include "desktop.h"
 
 namespace quenchly {
@@ -18,7 +16,6 @@ namespace {
 using namespace testing;
 
 const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString barService = QStringLiteral("org.xfce.Panel");
 
 QVariant propertyOf(const QString& service, const QString& path, const QString& interface, const char* name)
 {
@@ -65,35 +62,6 @@ ToolTip itemToolTip()
     return toolTip;
 }
 
-bool barRuns()
-{
-    return QDBusConnection::sessionBus().interface()->isServiceRegistered(barService);
-}
-
-void killBar()
-{
-    const uint barId = QDBusConnection::sessionBus().interface()->servicePid(barService);
-    ::kill(static_cast<pid_t>(barId), SIGKILL);
-    ASSERT_TRUE(waitFor([] { return !barRuns() && !trayRuns(); }));
-}
-
-/// The bar that took the place of the session's.
-QProcess& secondBar()
-{
-    static QProcess bar;
-    return bar;
-}
-
-void startBar()
-{
-    QProcess& bar = secondBar();
-    bar.setStandardOutputFile(QProcess::nullDevice());
-    bar.setStandardErrorFile(QProcess::nullDevice());
-    bar.waitForFinished();
-    bar.start(QStringLiteral("xfce4-panel"), {QStringLiteral("--disable-wm-check")});
-    ASSERT_TRUE(waitFor([] { return barRuns() && trayRuns(); }));
-}
-
 class TrayTest : public ApplicationOnDesktop {
 protected:
     void TearDown() override
@@ -103,11 +71,7 @@ protected:
             startBar();
     }
 
-    static void TearDownTestSuite()
-    {
-        secondBar().kill();
-        secondBar().waitForFinished();
-    }
+    static void TearDownTestSuite() { endBar(); }
 
     void showScenarioIn(const char* name, QRgb tint)
     {

@@ -8,13 +8,12 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <sstream>
 #include <system_error>
 
 #include "descriptor.h"
+#include "file_reading.h"
 #include "process_facts.h"
 
 namespace quenchly::soak {
@@ -22,10 +21,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Empty when the process or thread has just ended.
 std::string contentOf(const fs::path& file)
 {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return readFile(file).bytes;
 }
 
 std::vector<std::string> descriptors()

@@ -45,8 +45,8 @@ constexpr std::size_t mostSetAside = 7;
 constexpr int openingsToUseEverything = 24;
 
 constexpr std::size_t situations = 10;
-/// The one in which the looks are compared.
-constexpr std::size_t holding = 2;
+/// The one in which the looks are compared; rows of the section that it shows are kept until it shows others.
+constexpr std::size_t setAside = 6;
 
 struct Options {
     std::string_view part;
@@ -133,9 +133,9 @@ void lookAtRest(int done, SoakedApplication& application, Rewriter& rewriter, Re
 {
     check.rest();
     L10n::testingLanguage = AppLanguage::en;
-    mendAndCompare(application, rewriter, check, holding);
+    mendAndCompare(application, rewriter, check, setAside);
     if (openPanel(application, check))
-        application.refresh();
+        application.awaitScan();
     check.look(done);
 }
 
@@ -189,7 +189,7 @@ void watchGrowth(const Options& options, SoakedApplication& application, Rewrite
     const int between = std::max(options.count / looks, 1);
     for (int refresh = 1; refresh <= options.count; ++refresh) {
         if (refresh % refreshesPerCheck == 0)
-            rewriter.mend(holding, application.now());
+            rewriter.mend(setAside, application.now());
         application.refresh();
         if (refresh % between == 0)
             check.look(refresh);
@@ -230,7 +230,7 @@ int soakPart(const Options& options)
     const testing::ScratchFolder scratch;
     const CheckedHome home{scratch.makeFolder("home")};
     Rewriter rewriter(home, scratch.makeFolder("rewriter"), options.seed);
-    rewriter.mend(holding, Instant());
+    rewriter.mend(setAside, Instant());
     SoakedApplication application(home, scratch / "tools", options.part == "growth");
     RestCheck check(application, rewriter);
     part(options, application, rewriter, check);

@@ -35,6 +35,28 @@ std::uint16_t freePort()
     return server.serverPort();
 }
 
+/// The real table of processes, which tells how often a scan has begun.
+class CountingTable final : public ProcessTable {
+public:
+    CountingTable(std::unique_ptr<ProcessTable> table, std::shared_ptr<std::atomic<int>> scans)
+        : table_(std::move(table)), scans_(std::move(scans))
+    {
+    }
+
+    void beginRefresh() override
+    {
+        ++*scans_;
+        table_->beginRefresh();
+    }
+    std::vector<ProcessId> named(const std::string& name) override { return table_->named(name); }
+    std::vector<ProcessId> matching(const std::string& pattern) override { return table_->matching(pattern); }
+    std::map<ProcessId, std::string> states(const std::vector<ProcessId>& ids) override { return table_->states(ids); }
+
+private:
+    std::unique_ptr<ProcessTable> table_;
+    std::shared_ptr<std::atomic<int>> scans_;
+};
+
 }  // namespace
 
 Words::Words()
@@ -87,6 +109,9 @@ System SoakedApplication::scripted(System system, const std::filesystem::path& t
     system.environment["QUENCHLY_DASHBOARD_PORT"] = std::to_string(system.dashboardPort);
     system.now = [this] { return now_; };
     system.sampleMetrics = [this](bool swapCritical) { return sample(swapCritical); };
+    system.makeProcesses = [make = system.makeProcesses, scans = scans_] {
+        return std::make_unique<CountingTable>(make(), scans);
+    };
     system.openAddress = [](const std::string&) { return true; };
     system.runAlert = [](const Alert&) { return std::nullopt; };
     system.log = [this](const std::string& line) { words_.add(line); };
@@ -134,6 +159,14 @@ MenuPanel* SoakedApplication::openPanel() const
         if (auto* panel = qobject_cast<MenuPanel*>(window); panel != nullptr && panel->isVisible())
             return panel;
     return nullptr;
+}
+
+// A scan begins only when what the one before has found was taken over.
+void SoakedApplication::awaitScan()
+{
+    for (const int before = *scans_; *scans_ < before + 3;)
+        refresh();
+    letHappen();
 }
 
 void SoakedApplication::act(Dice& dice)

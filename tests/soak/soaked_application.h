@@ -65,6 +65,8 @@ public:
     void press() { item_->press(); }
     MenuPanel* openPanel() const;
     bool showsPanel() const { return openPanel() != nullptr; }
+    /// Refreshes until the open panel shows what a scan of the targets has found since.
+    void awaitScan();
 
     /// One of the things that a person can ask for, as the dice say.
     void act(Dice& dice);
@@ -84,6 +86,7 @@ private:
     Words words_;
     Instant now_;
     std::int64_t refreshes_ = 0;
+    std::shared_ptr<std::atomic<int>> scans_ = std::make_shared<std::atomic<int>>(0);
     bool samples_ = true;
     std::unique_ptr<StateWatcher> watcher_;
     std::unique_ptr<Updater> updater_;
