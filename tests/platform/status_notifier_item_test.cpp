@@ -506,24 +506,31 @@ bool appearsAndCanBePressed(MenuBarExtra& extra)
     return isSame && activated.count() == 1;
 }
 
-[[noreturn]] void outliveSessionBuses()
+/// Zero, or the step that failed.
+int failedStep(OwnBus& bus)
 {
-    OwnBus bus;
     if (!bus.start())
-        std::_Exit(2);
+        return 1;
     const auto extra = makeMenuBarExtra();
     extra->setContent(content());
     if (!appearsAndCanBePressed(*extra))
-        std::_Exit(3);
+        return 2;
     for (int restart = 0; restart < 2; ++restart) {
         bus.kill();
         if (!QTest::qWaitFor([&] { return !extra->isAvailable(); }, 20'000))
-            std::_Exit(4);
+            return 3;
         if (!bus.start() || !appearsAndCanBePressed(*extra))
-            std::_Exit(5);
+            return 4;
     }
-    bus.kill();
-    std::_Exit(0);
+    return 0;
+}
+
+[[noreturn]] void outliveSessionBuses()
+{
+    OwnBus bus;
+    const int outcome = failedStep(bus);
+    bus.kill();  // else it keeps the streams on which the test waits
+    std::_Exit(outcome);
 }
 
 TEST(MenuBarExtraDeathTest, TheItemComesBackWithANewSessionBus)
