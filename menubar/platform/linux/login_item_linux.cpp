@@ -1,4 +1,3 @@
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <optional>
 #include <system_error>
@@ -6,6 +5,7 @@
 #include "desktop_entry.h"
 #include "file_reading.h"
 #include "login_item.h"
+#include "whole_file.h"
 
 namespace quenchly {
 namespace {
@@ -24,10 +24,7 @@ std::string writeEntry(const fs::path& path, const DesktopEntry& entry)
 {
     std::error_code ignored;
     fs::create_directories(path.parent_path(), ignored);
-    QSaveFile file(QString::fromStdString(path.string()));
-    if (file.open(QIODevice::WriteOnly) && file.write(entry.text()) == entry.text().size() && file.commit())
-        return {};
-    return file.errorString().toStdString();
+    return writeWholeFile(path, entry.text());
 }
 
 bool programIsThere(const DesktopEntry& entry)
