@@ -1,14 +1,15 @@
 #include "headless.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QPixmap>
-#include <QSaveFile>
 
 #include "menu_bar_content.h"
 #include "menu_bar_picture.h"
 #include "menu_panel.h"
 #include "status_json.h"
 #include "updater.h"
+#include "whole_file.h"
 
 namespace quenchly {
 namespace {
@@ -31,10 +32,15 @@ QImage panelPicture(StateWatcher& watcher)
     return panel.grab().toImage();
 }
 
-bool writeFile(const QString& path, const QByteArray& bytes)
+bool write(const QString& path, const QByteArray& bytes)
 {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    return writeWholeFile(path.toStdString(), bytes).empty();
+}
+
+bool write(const QString& path, const QImage& picture)
+{
+    QBuffer buffer;
+    return picture.save(&buffer, "PNG") && write(path, buffer.data());
 }
 
 }  // namespace
@@ -53,9 +59,9 @@ QString renderHeadless(StateWatcher& watcher, const QString& folder)
     const QByteArray json = QByteArray::fromStdString(statusJson(watcher.status()) + "\n");
     const bool written =
         directory.mkpath(QStringLiteral(".")) &&
-        menuBarPicture(menuBarContent(watcher), scale).save(directory.filePath(QStringLiteral("menu-bar.png"))) &&
-        panelPicture(watcher).save(directory.filePath(QStringLiteral("panel.png"))) &&
-        writeFile(directory.filePath(QStringLiteral("status.json")), json);
+        write(directory.filePath(QStringLiteral("menu-bar.png")), menuBarPicture(menuBarContent(watcher), scale)) &&
+        write(directory.filePath(QStringLiteral("panel.png")), panelPicture(watcher)) &&
+        write(directory.filePath(QStringLiteral("status.json")), json);
     return written ? QString() : QStringLiteral("cannot write into %1").arg(folder);
 }
 
