@@ -54,15 +54,13 @@ void prepareEnvironment(bool headless)
     qputenv("QT_SCALE_FACTOR", "2");
 }
 
-/// The home folder to use instead of the user's; a demo gets a fresh one when none is given.
-std::optional<std::filesystem::path> homeFolder(const CommandLine& line, std::optional<QTemporaryDir>& scratch)
+/// The home folder to use instead of the user's.
+std::optional<std::filesystem::path> homeFolder(const CommandLine& line, const std::optional<QTemporaryDir>& scratch)
 {
     std::error_code ignored;
     if (line.home)
         return std::filesystem::absolute(line.home->toStdString(), ignored);
-    if (!line.demo)
-        return std::nullopt;
-    return scratch.emplace().path().toStdString();
+    return scratch ? std::optional(scratch->path().toStdString()) : std::nullopt;
 }
 
 /// A bundle has its own icon.
@@ -99,6 +97,8 @@ int run(const CommandLine& line)
 {
     const QuitSignals quitSignals;
     std::optional<QTemporaryDir> scratch;
+    if (line.demo && !line.home && !scratch.emplace().isValid())
+        return fail(QStringLiteral("there is no folder for a trial: %1").arg(scratch->errorString()));
     System system = makeSystem(homeFolder(line, scratch));
     std::optional<DemoPlayer> player;
     if (line.demo) {
