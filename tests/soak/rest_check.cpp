@@ -9,8 +9,9 @@
 namespace quenchly::soak {
 namespace {
 
-/// What may be allocated more than at the first look: the process tables remember what other programs started.
-constexpr std::int64_t moreLiveBytes = 512 * 1024;
+/// What may be allocated more than at the first look: the process tables remember what other programs started, and a
+/// text that was not shown before can bring a typeface along.
+constexpr std::int64_t moreLiveBytes = 1536 * 1024;
 
 /// What the heap may keep for itself between what lives: twice the most that was seen in many soaks.
 constexpr std::int64_t morePrivateBytes = 8 * 1024 * 1024;

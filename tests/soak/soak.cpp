@@ -5,6 +5,7 @@
 //   growth     N refreshes of a quiet day, with the item in the tray of the session
 // Ends with 1 when something was found. The same seed gives the same changes.
 
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -42,7 +43,10 @@ constexpr std::size_t kill = 8;
 
 constexpr int refreshesPerCheck = 60;
 constexpr std::size_t mostSetAside = 7;
-constexpr int openingsToUseEverything = 24;
+constexpr int languages = static_cast<int>(rawValues<AppLanguage>.size());
+/// Every situation in every language.
+constexpr int openingsToUseEverything = 30;
+constexpr std::size_t helpIcons = 25;
 
 constexpr std::size_t situations = 10;
 /// The one in which the looks are compared; rows of the section that it shows are kept until it shows others.
@@ -54,11 +58,23 @@ struct Options {
     std::uint64_t seed = std::random_device()();
 };
 
-/// To root every file is readable.
+bool canBeRun(const char* program)
+{
+    return ::faccessat(AT_FDCWD, program, X_OK, AT_EACCESS) == 0;
+}
+
+/// To root every file is readable. Where others may not look into the build folder it stays at that.
 void becomeOrdinaryUser()
 {
-    if (::geteuid() != 0)
+    if (::geteuid() != 0 || ::setegid(nobody) != 0 || ::seteuid(nobody) != 0)
         return;
+    const bool works = canBeRun("/proc/self/exe") && canBeRun(QUENCHLY_DEMO_TOOL_PATH);
+    if (::seteuid(0) != 0 || ::setegid(0) != 0)
+        std::exit(1);
+    if (!works) {
+        std::printf("as root, to whom every file is readable\n");
+        return;
+    }
     if (::setresgid(nobody, nobody, nobody) != 0 || ::setresuid(nobody, nobody, nobody) != 0)
         std::exit(1);
     ::prctl(PR_SET_DUMPABLE, 1);  // else what /proc tells of this process is root's still
@@ -71,128 +87,154 @@ void killSome(Dice& dice, pid_t spared)
             killOwnChild(child.process);
 }
 
+/// What takes part in a soak.
+struct Scene {
+    SoakedApplication& application;
+    Rewriter& rewriter;
+    RestCheck& check;
+    Dice dice;
+};
+
 /// Everything is made whole, a second passes, and what is shown must be right.
-void mendAndCompare(SoakedApplication& application, Rewriter& rewriter, RestCheck& check, std::size_t situation)
+void mendAndCompare(Scene& scene, std::size_t situation)
 {
-    rewriter.mend(situation, application.now());
-    application.refresh();
-    if (const std::string error = application.error(); !error.empty())
-        check.fail(error);
+    scene.rewriter.mend(situation, scene.application.now());
+    scene.application.refresh();
+    if (const std::string error = scene.application.error(); !error.empty())
+        scene.check.fail(error);
 }
 
-/// Opens and closes the help of the row number `place`.
-void openHelp(const MenuPanel& panel, std::size_t place, RestCheck& check)
+/// Opens the help of the row number `place`, and closes it again or leaves that to the panel.
+void openHelp(Scene& scene, std::size_t place, bool closes)
 {
     std::vector<HelpIcon*> icons;
-    for (HelpIcon* icon : panel.findChildren<HelpIcon*>())
+    for (HelpIcon* icon : scene.application.openPanel()->findChildren<HelpIcon*>())
         if (icon->isVisible())
             icons.push_back(icon);
     if (icons.empty())
-        return check.fail("the panel has no help");
+        return scene.check.fail("the panel has no help");
     HelpIcon* icon = icons[place % icons.size()];
     QTest::mouseClick(icon, Qt::LeftButton);
     if (!icon->isPopoverOpen())
-        check.fail("help does not open");
-    if (place % 3 == 0)
-        return;  // it goes with the panel
-    QTest::mouseClick(icon, Qt::LeftButton);
+        scene.check.fail("help does not open");
+    if (closes)
+        QTest::mouseClick(icon, Qt::LeftButton);
 }
 
-bool openPanel(SoakedApplication& application, RestCheck& check)
+bool openPanel(Scene& scene)
 {
     const bool opened = SoakedApplication::letHappenUntil([&] {
-        if (!application.showsPanel())
-            application.press();
-        return application.showsPanel();
+        if (!scene.application.showsPanel())
+            scene.application.press();
+        return scene.application.showsPanel();
     });
     if (!opened)
-        check.fail("a press does not open the panel");
+        scene.check.fail("a press does not open the panel");
     return opened;
 }
 
-void openOnce(int opening, Dice& dice, SoakedApplication& application, Rewriter& rewriter, RestCheck& check)
+void closePanel(Scene& scene)
 {
-    L10n::testingLanguage = static_cast<AppLanguage>(opening % static_cast<int>(rawValues<AppLanguage>.size()));
-    rewriter.mendWithSetAside(dice.below(situations), dice.below(mostSetAside), application.now());
-    rewriter.changeTargets();
-    application.refresh();
-    if (!openPanel(application, check))
+    scene.application.press();
+    if (scene.application.showsPanel())
+        scene.check.fail("a press does not close the panel");
+}
+
+void speak(int language)
+{
+    L10n::testingLanguage = static_cast<AppLanguage>(language % languages);
+}
+
+void showSomething(Scene& scene)
+{
+    scene.rewriter.mendWithSetAside(scene.dice.below(situations), scene.dice.below(mostSetAside),
+                                    scene.application.now());
+    scene.application.refresh();
+}
+
+void openOnce(int opening, Scene& scene)
+{
+    speak(opening);
+    scene.rewriter.changeTargets();
+    showSomething(scene);
+    if (!openPanel(scene))
         return;
-    application.refresh();
-    if (dice.oneIn(2))
-        openHelp(*application.openPanel(), dice.below(20), check);
-    rewriter.mendWithSetAside(dice.below(situations), dice.below(mostSetAside), application.now());
-    application.refresh();
-    application.press();
-    if (application.showsPanel())
-        check.fail("a press does not close the panel");
+    scene.application.refresh();
+    if (scene.dice.oneIn(2))
+        openHelp(scene, scene.dice.below(helpIcons), scene.dice.oneIn(2));
+    showSomething(scene);
+    closePanel(scene);
 }
 
 /// Shows the same each time before it looks.
-void lookAtRest(int done, SoakedApplication& application, Rewriter& rewriter, RestCheck& check)
+void lookAtRest(int done, Scene& scene)
 {
-    check.rest();
+    scene.check.rest();
     L10n::testingLanguage = AppLanguage::en;
-    mendAndCompare(application, rewriter, check, setAside);
-    if (openPanel(application, check))
-        application.awaitScan();
-    check.look(done);
+    mendAndCompare(scene, setAside);
+    if (openPanel(scene))
+        scene.application.awaitScan();
+    scene.check.look(done);
 }
 
 /// What is made on first use and then kept is no growth: the panel, what Qt keeps of the typefaces of every language.
-void useEverything(Dice& dice, SoakedApplication& application, Rewriter& rewriter, RestCheck& check)
+void useEverything(Scene& scene)
 {
-    for (int opening = 0; opening < openingsToUseEverything; ++opening)
-        openOnce(opening, dice, application, rewriter, check);
-    application.watcher().startLiveData();
-    application.watcher().unloadListed();
-    lookAtRest(0, application, rewriter, check);
+    for (int opening = 0; opening < openingsToUseEverything; ++opening) {
+        speak(opening);
+        scene.rewriter.mendWithSetAside(static_cast<std::size_t>(opening), mostSetAside, scene.application.now());
+        scene.application.refresh();
+        if (!openPanel(scene))
+            return;
+        for (std::size_t place = 0; place < helpIcons; ++place)
+            openHelp(scene, place, true);
+        scene.application.refresh();
+        closePanel(scene);
+    }
+    scene.application.watcher().startLiveData();
+    scene.application.watcher().unloadListed();
+    lookAtRest(0, scene);
 }
 
-void soakRefreshes(const Options& options, SoakedApplication& application, Rewriter& rewriter, RestCheck& check)
+void soakRefreshes(int count, Scene& scene)
 {
-    Dice dice(options.seed + 1);
-    useEverything(dice, application, rewriter, check);
-    const int between = std::max(options.count / looks, 1);
-    for (int refresh = 1; refresh <= options.count; ++refresh) {
-        rewriter.spoil(application.now());
-        application.refresh();
-        if (dice.oneIn(press))
-            application.press();
-        if (dice.oneIn(action))
-            application.act(dice);
-        if (dice.oneIn(kill))
-            killSome(dice, rewriter.process());
-        if (refresh % between != 0)
+    useEverything(scene);
+    for (int refresh = 1; refresh <= count; ++refresh) {
+        scene.rewriter.spoil(scene.application.now());
+        scene.application.refresh();
+        if (scene.dice.oneIn(press))
+            scene.application.press();
+        if (scene.dice.oneIn(action))
+            scene.application.act(scene.dice);
+        if (scene.dice.oneIn(kill))
+            killSome(scene.dice, scene.rewriter.process());
+        if (refresh % std::max(count / looks, 1) != 0)
             continue;
-        check.rest();
+        scene.check.rest();
         for (std::size_t situation = 0; situation < situations; ++situation)
-            mendAndCompare(application, rewriter, check, situation);
-        lookAtRest(refresh, application, rewriter, check);
+            mendAndCompare(scene, situation);
+        lookAtRest(refresh, scene);
     }
 }
 
-void soakOpenings(const Options& options, SoakedApplication& application, Rewriter& rewriter, RestCheck& check)
+void soakOpenings(int count, Scene& scene)
 {
-    Dice dice(options.seed + 1);
-    useEverything(dice, application, rewriter, check);
-    const int between = std::max(options.count / looks, 1);
-    for (int opening = 1; opening <= options.count; ++opening) {
-        openOnce(opening, dice, application, rewriter, check);
-        if (opening % between == 0)
-            lookAtRest(opening, application, rewriter, check);
+    useEverything(scene);
+    for (int opening = 1; opening <= count; ++opening) {
+        openOnce(opening, scene);
+        if (opening % std::max(count / looks, 1) == 0)
+            lookAtRest(opening, scene);
     }
 }
 
-void watchGrowth(const Options& options, SoakedApplication& application, Rewriter& rewriter, RestCheck& check)
+void watchGrowth(int count, Scene& scene)
 {
-    const int between = std::max(options.count / looks, 1);
-    for (int refresh = 1; refresh <= options.count; ++refresh) {
+    for (int refresh = 1; refresh <= count; ++refresh) {
         if (refresh % refreshesPerCheck == 0)
-            rewriter.mend(setAside, application.now());
-        application.refresh();
-        if (refresh % between == 0)
-            check.look(refresh);
+            scene.rewriter.mend(setAside, scene.application.now());
+        scene.application.refresh();
+        if (refresh % std::max(count / looks, 1) == 0)
+            scene.check.look(refresh);
     }
 }
 
@@ -233,7 +275,8 @@ int soakPart(const Options& options)
     rewriter.mend(setAside, Instant());
     SoakedApplication application(home, scratch / "tools", options.part == "growth");
     RestCheck check(application, rewriter);
-    part(options, application, rewriter, check);
+    Scene scene{application, rewriter, check, Dice(options.seed + 1)};
+    part(options.count, scene);
     std::printf("%s\n", check.failures() == 0 ? "nothing found" : "something was found");
     return check.failures() == 0 ? 0 : 1;
 }

@@ -164,8 +164,11 @@ MenuPanel* SoakedApplication::openPanel() const
 // A scan begins only when what the one before has found was taken over.
 void SoakedApplication::awaitScan()
 {
-    for (const int before = *scans_; *scans_ < before + 3;)
+    const int before = *scans_;
+    letHappenUntil([&] {
         refresh();
+        return *scans_ >= before + 3;
+    });
     letHappen();
 }
 
