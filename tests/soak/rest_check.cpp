@@ -57,6 +57,7 @@ void RestCheck::fail(const std::string& finding)
 {
     ++failures_;
     std::printf("FAILED: %s\n", finding.c_str());
+    std::fflush(stdout);
 }
 
 bool RestCheck::isAtRest() const
