@@ -2,7 +2,12 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QStorageInfo>
+#include <QTemporaryDir>
 #include <chrono>
 #include <fstream>
 #include <optional>
@@ -89,24 +94,104 @@ protected:
         return outcome;
     }
 
-    std::size_t filesInTrash() const
+    const fs::path trash = scratch / "home/data/Trash";
+
+    /// The lines of the note from which a file manager puts an item back.
+    QStringList noteOn(const fs::path& item) const
     {
-        std::error_code missing;
-        const fs::directory_iterator files(scratch / "home/data/Trash/files", missing);
-        return missing ? 0 : static_cast<std::size_t>(std::distance(begin(files), end(files)));
+        QFile note(QString::fromStdString((trash / "info" / item.filename()).string() + ".trashinfo"));
+        EXPECT_TRUE(note.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(note.readAll()).trimmed().split(u'\n');
+    }
+
+    static std::string contentOf(const fs::path& file)
+    {
+        std::ostringstream content;
+        content << std::ifstream(file).rdbuf();
+        return content.str();
+    }
+
+    bool isAnotherDisk(const fs::path& folder) const
+    {
+        const QStorageInfo disk(QString::fromStdString(folder.string()));
+        return disk.isValid() && disk.rootPath() != QStorageInfo(QString::fromStdString(scratch.path())).rootPath();
+    }
+
+    static QString valueOf(const QString& line, const QString& key)
+    {
+        EXPECT_TRUE(line.startsWith(key)) << line.toStdString();
+        return line.mid(key.size());
     }
 };
 
-TEST_F(TrashTest, AFileCanBeFoundAndPutBack)
+TEST_F(TrashTest, AFileCanBeFoundAndPutBackWhereverItWas)
 {
-    const fs::path image = scratch.write("Programs/Quenchly 2.AppImage", "image");
+    for (const char* name : {"Programs/Quenchly 2.AppImage", "Prög%20räms/100% 'of' it/日本.AppImage", "a\nb/c"}) {
+        const fs::path image = scratch.write(name, "image");
+        EXPECT_EQ(errorOf(image), "");
+        EXPECT_FALSE(fs::exists(image));
+        EXPECT_TRUE(fs::exists(trash / "files" / image.filename()));
+        const QStringList note = noteOn(image);
+        ASSERT_EQ(note.size(), 3) << name;
+        EXPECT_EQ(note.at(0), QStringLiteral("[Trash Info]"));
+        const QString path = valueOf(note.at(1), QStringLiteral("Path="));
+        EXPECT_EQ(QByteArray::fromPercentEncoding(path.toLatin1()).toStdString(), image.string());
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("^[/A-Za-z0-9._~%-]+$")).match(path).hasMatch())
+            << path.toStdString();
+        const QString date = valueOf(note.at(2), QStringLiteral("DeletionDate="));
+        EXPECT_LT(QDateTime::fromString(date, Qt::ISODate).secsTo(QDateTime::currentDateTime()), 60);
+        EXPECT_EQ(date.size(), 19) << date.toStdString();
+    }
+}
+
+TEST_F(TrashTest, TheTrashIsMadeForItsOwnerAlone)
+{
+    fs::remove(scratch / "home/data");
+    EXPECT_EQ(errorOf(scratch.write("image", "image")), "");
+    EXPECT_EQ(fs::status(trash).permissions(), fs::perms(0700));
+    EXPECT_TRUE(fs::exists(trash / "files/image"));
+}
+
+TEST_F(TrashTest, WhatIsInTheTrashAlreadyIsNeverReplaced)
+{
+    for (const char* content : {"first", "second"})
+        EXPECT_EQ(errorOf(scratch.write("image", content)), "");
+    fs::remove(trash / "info/image.2.trashinfo");
+    EXPECT_EQ(errorOf(scratch.write("image", "third")), "");
+    EXPECT_EQ(contentOf(trash / "files/image"), "first");
+    EXPECT_EQ(contentOf(trash / "files/image.2"), "second");
+    EXPECT_EQ(contentOf(trash / "files/image.3"), "third");
+    EXPECT_EQ(noteOn("image.3").value(1), noteOn("image").value(1));
+}
+
+TEST_F(TrashTest, AFileOfAnotherDiskIsTakenOverWhole)
+{
+    const fs::path otherDisk = "/dev/shm";
+    if (!isAnotherDisk(otherDisk))
+        GTEST_SKIP() << "there is no other disk";
+    const QTemporaryDir folder(QString::fromStdString((otherDisk / "trash-test-XXXXXX").string()));
+    const fs::path image = fs::path(folder.path().toStdString()) / "image";
+    fs::copy_file(scratch.write("image", "content"), image);
+    fs::permissions(image, fs::perms(0755));
     EXPECT_EQ(errorOf(image), "");
     EXPECT_FALSE(fs::exists(image));
-    EXPECT_TRUE(fs::exists(scratch / "home/data/Trash/files/Quenchly 2.AppImage"));
-    std::ostringstream note;
-    note << std::ifstream(scratch / "home/data/Trash/info/Quenchly 2.AppImage.trashinfo").rdbuf();
-    // Qt 6.4 writes the path as it is, later ones percent-encode it.
-    EXPECT_NE(note.str().find("/Programs/Quenchly"), std::string::npos) << note.str();
+    EXPECT_EQ(contentOf(trash / "files/image"), "content");
+    EXPECT_EQ(fs::status(trash / "files/image").permissions(), fs::perms(0755));
+    EXPECT_EQ(noteOn("image").value(1).toStdString(), "Path=" + image.string());
+}
+
+TEST_F(TrashTest, WithoutATrashNothingIsMovedAnywhere)
+{
+    const fs::path image = scratch.write("image", "image");
+    for (const char* inTheWay : {"home/data/Trash/files", "home/data/Trash/info", "home/data/Trash", "home/data"}) {
+        fs::remove_all(scratch / inTheWay);
+        scratch.write(inTheWay, "a file");
+        EXPECT_NE(errorOf(image).value_or(""), "") << inTheWay;
+        EXPECT_TRUE(fs::exists(image)) << inTheWay;
+        fs::remove_all(scratch / inTheWay);
+    }
+    EXPECT_FALSE(fs::exists("files"));
+    EXPECT_FALSE(fs::exists("info"));
 }
 
 TEST_F(TrashTest, WhatMayNotBeMovedStaysAndTheReasonIsTold)
@@ -125,7 +210,8 @@ TEST_F(TrashTest, WhatMayNotBeMovedStaysAndTheReasonIsTold)
     ASSERT_TRUE(error.has_value());
     EXPECT_NE(*error, "");
     EXPECT_TRUE(fs::exists(program));
-    EXPECT_EQ(filesInTrash(), 0u);
+    EXPECT_TRUE(fs::is_empty(trash / "files"));
+    EXPECT_TRUE(fs::is_empty(trash / "info"));
 }
 
 TEST_F(TrashTest, WhatIsNotThereIsAFailure)
