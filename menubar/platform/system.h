@@ -66,7 +66,8 @@ struct System {
 };
 
 /// The system that this program runs on. `homeFolder` replaces the user's home folder for everything, and then nothing
-/// of what belongs to the user's own one is changed: neither their launchd jobs nor the program itself.
+/// of what belongs to the user's own one is changed: neither their launchd jobs nor the program itself, unless it lies
+/// below `homeFolder`; then it goes into the user's Trash, where they can find it.
 System makeSystem(const std::optional<std::filesystem::path>& homeFolder = std::nullopt);
 
 }  // namespace quenchly

@@ -305,10 +305,27 @@ TEST(RealSystemTest, OnAnotherHomeFolderLaunchdAndTheProgramAreLeftAlone)
     const System system = makeSystem(scratch.makeFolder("other"));
     EXPECT_TRUE(system.launchctl.empty());
     EXPECT_EQ(system.environment.at("HOME"), (scratch / "other").string());
-    std::string error;
-    system.moveToTrash(program, [&](const std::string& text) { error = text; });
-    EXPECT_NE(error, "");
+    for (const fs::path& item : {program, scratch / "other/../quenchly-menubar", scratch / "other"}) {
+        std::string error;
+        system.moveToTrash(item, [&](const std::string& text) { error = text; });
+        EXPECT_EQ(error, "The program does not belong to this home folder.") << item;
+    }
     EXPECT_TRUE(fs::exists(program));
+    EXPECT_TRUE(fs::exists(scratch / "other"));
+}
+
+TEST(RealSystemTest, AProgramOnItsOwnHomeFolderCanBeMovedToTheTrash)
+{
+    const testing::ScratchFolder scratch;
+    const Variable home("HOME", scratch.makeFolder("home"));
+    const Variable data("XDG_DATA_HOME", scratch.makeFolder("home/data"));
+    const fs::path program = scratch.write("other/bin/quenchly-menubar", "program");
+    const System system = makeSystem(scratch.makeLink("link to other", scratch / "other"));
+    std::string error = "none yet";
+    system.moveToTrash(program, [&](const std::string& text) { error = text; });
+    EXPECT_EQ(error, "");
+    EXPECT_FALSE(fs::exists(program));
+    EXPECT_TRUE(fs::exists(scratch / "home/data/Trash/files/quenchly-menubar"));
 }
 
 }  // namespace

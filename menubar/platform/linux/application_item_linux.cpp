@@ -1,6 +1,6 @@
 #include "application_item_linux.h"
 
-#include <algorithm>
+#include "path_below.h"
 
 namespace quenchly {
 namespace {
@@ -12,12 +12,6 @@ fs::path absolutePath(const std::map<std::string, std::string>& environment, con
     const auto variable = environment.find(name);
     const fs::path path = variable == environment.end() ? fs::path() : fs::path(variable->second);
     return path.is_absolute() ? path.lexically_normal() : fs::path();
-}
-
-bool isBelow(const fs::path& folder, const fs::path& file)
-{
-    const fs::path rest = file.lexically_relative(folder);
-    return !rest.empty() && *rest.begin() != ".." && *rest.begin() != ".";
 }
 
 }  // namespace
