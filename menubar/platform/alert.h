@@ -16,8 +16,8 @@ struct Alert {
     bool operator==(const Alert&) const = default;
 };
 
-/// Shows the alert until it is answered: the button's place among `buttons`, none when it was closed without one.
-/// Interface thread; needs a QApplication.
+/// Shows the alert until it is answered: the button's place among `buttons`, none when it was closed without one or the
+/// program is told to end. Interface thread; needs a QApplication.
 std::optional<std::size_t> runAlert(const Alert& alert);
 
 }  // namespace quenchly

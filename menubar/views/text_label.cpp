@@ -3,10 +3,11 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QResizeEvent>
 #include <algorithm>
 #include <cmath>
+
+#include "breakable_words.h"
 
 namespace quenchly {
 namespace {
@@ -17,13 +18,6 @@ constexpr int widestWrapped = 300;
 int roundedUp(double points)
 {
     return static_cast<int>(std::ceil(points));
-}
-
-/// A tooltip breaks its lines between words only; a long one would run off the screen.
-QString withBreakableWords(QString text)
-{
-    static const QRegularExpression longRun(QStringLiteral("(\\S{40})(?=\\S)"));
-    return text.replace(longRun, QStringLiteral("\\1\u200B"));
 }
 
 }  // namespace

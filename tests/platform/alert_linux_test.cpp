@@ -25,11 +25,15 @@ protected:
     /// The answer to the alert after `act` was done to its box on the screen.
     static Answer answerAfter(const Alert& alert, const std::function<void(QMessageBox&)>& act)
     {
-        QTimer::singleShot(0, qApp, [&] {
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_NE(box, nullptr);
+            if (box == nullptr)
+                return;
+            look.stop();
             act(*box);
         });
+        look.start(0);
         return runAlert(alert);
     }
 
@@ -90,6 +94,46 @@ TEST_F(AlertTest, EscapeAndTheWindowsCloseButtonAnswerNothingHoweverManyButtonsT
         EXPECT_EQ(answerAfter(alert, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }), std::nullopt);
         EXPECT_EQ(answerAfter(alert, [](QMessageBox& box) { EXPECT_TRUE(box.close()); }), std::nullopt);
     }
+}
+
+TEST_F(AlertTest, ALongWordIsBrokenAndReadOutWhole)
+{
+    const std::string folder = "/" + std::string(300, 'W');
+    const Alert alert{.title = "Sure?", .text = "In\n" + folder, .buttons = {"Go"}};
+    answerAfter(alert, [&](QMessageBox& box) {
+        const auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        ASSERT_NE(label, nullptr);
+        EXPECT_LT(box.width(), 800);
+        EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+        EXPECT_EQ(label->accessibleName().toStdString(), alert.text);
+        dismiss(box);
+    });
+}
+
+/// Counts the alerts that come onto the screen while it lives.
+class ShownAlerts : public QObject {
+public:
+    ShownAlerts() { qApp->installEventFilter(this); }
+    int count = 0;
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        count += event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object) != nullptr;
+        return false;
+    }
+};
+
+TEST_F(AlertTest, AProgramThatIsToldToEndLeavesTheAlertUnansweredAndShowsNoOther)
+{
+    ShownAlerts shown;
+    std::vector<Answer> answers;
+    QTimer::singleShot(0, qApp, [&] {
+        answers.push_back(answerAfter(question, [](QMessageBox&) { QCoreApplication::exit(3); }));
+        answers.push_back(runAlert(question));
+    });
+    EXPECT_EQ(QCoreApplication::exec(), 3);
+    EXPECT_EQ(answers, (std::vector<Answer>{std::nullopt, std::nullopt}));
+    EXPECT_EQ(shown.count, 1);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QFont>
 #include <QIcon>
 #include <QKeyEvent>
@@ -11,10 +12,13 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "breakable_words.h"
+
 namespace quenchly {
 namespace {
 
 constexpr int iconSide = 48;
+constexpr int textWidth = 300;  // at least, so that alerts that follow each other are alike
 
 void embolden(QLabel* label)
 {
@@ -36,7 +40,7 @@ public:
         icon.isNull() ? setIcon(QMessageBox::Information) : setIconPixmap(icon.pixmap(iconSide));
         setWindowTitle(QStringLiteral("Quenchly"));
         setText(QString::fromStdString(alert.title));
-        setInformativeText(QString::fromStdString(alert.text));
+        addText(QString::fromStdString(alert.text));
         for (QLabel* label : findChildren<QLabel*>())
             label->setTextFormat(Qt::PlainText);
         embolden(findChild<QLabel*>(QStringLiteral("qt_msgbox_label")));
@@ -51,6 +55,15 @@ public:
     }
 
 private:
+    void addText(const QString& text)
+    {
+        setInformativeText(withBreakableWords(text));
+        if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
+            label->setMinimumWidth(textWidth);
+            label->setAccessibleName(text);
+        }
+    }
+
     void addPlainButton(QString text)
     {
         // Buttons of one role stay in the order in which they are added, on every desktop.
@@ -78,7 +91,13 @@ private:
 std::optional<std::size_t> runAlert(const Alert& alert)
 {
     AlertBox box(alert);
-    box.exec();
+    box.setModal(true);
+    QEventLoop untilAnswered;
+    QObject::connect(&box, &QDialog::finished, &untilAnswered, &QEventLoop::quit);
+    // By the loop itself, which does not run once the program was told to end: the alert would only flash up.
+    QMetaObject::invokeMethod(&box, &QWidget::show, Qt::QueuedConnection);
+    if (untilAnswered.exec(QEventLoop::DialogExec) < 0)
+        return std::nullopt;
     // A caller that blocks now must not leave the closed box on the screen.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     return box.answer();
