@@ -10,8 +10,16 @@ namespace quenchly::testing {
 /// What an assistive technology is told about one object on the screen.
 struct Accessible {
     /// By the numbers of the accessibility bus.
-    enum class Role : unsigned { frame = 23, label = 29, progressBar = 42, pushButton = 43, scrollBar = 48 };
-    enum class State { active = 1, enabled = 8, focusable = 11, focused = 12, sensitive = 24, showing = 25 };
+    enum class Role : unsigned { alert = 2, frame = 23, label = 29, progressBar = 42, pushButton = 43, scrollBar = 48 };
+    enum class State {
+        active = 1,
+        enabled = 8,
+        focusable = 11,
+        focused = 12,
+        sensitive = 24,
+        showing = 25,
+        isDefault = 39
+    };
 
     QString path;  ///< where it answers on the accessibility bus
     Role role{};

@@ -1,8 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <QClipboard>
+#include <QFile>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QTcpSocket>
 
 #include "application_on_desktop.h"
@@ -37,29 +36,6 @@ protected:
     {
         return waitFor([&] { return !buttonNamed(name).isEmpty(); });
     }
-
-    bool opensAtLogin() const
-    {
-        return QFileInfo::exists(home.filePath(QStringLiteral(".config/autostart/quenchly.desktop")));
-    }
-
-    bool launchAgentIsThere() const
-    {
-        return QFileInfo::exists(home.filePath(QStringLiteral("Library/LaunchAgents/com.brindlemoor.quenchly.plist")));
-    }
-
-    /// The panel is gone and an alert is there instead, with this text in it.
-    void expectAlert(const QString& text)
-    {
-        EXPECT_TRUE(waitFor([&] { return shows(text); })) << text.toStdString();
-        EXPECT_TRUE(waitFor([this] { return panel().isEmpty() && hasWindows(1); }));
-    }
-
-    void expectRuns()
-    {
-        EXPECT_TRUE(waitFor([this] { return hasWindows(0); }));
-        EXPECT_EQ(application.state(), QProcess::Running);
-    }
 };
 
 TEST_F(ActionsTest, StartBackgroundChecks)
@@ -72,7 +48,7 @@ TEST_F(ActionsTest, StartBackgroundChecks)
     EXPECT_TRUE(waitForButton(QStringLiteral("Protection On")));
     EXPECT_FALSE(shows(QStringLiteral("Start background checks")));
     EXPECT_FALSE(shows(QStringLiteral("Checks not set up")));
-    EXPECT_TRUE(launchAgentIsThere());
+    EXPECT_TRUE(QFileInfo::exists(launchAgentFile()));
 }
 
 TEST_F(ActionsTest, ProtectionOffAndOn)
@@ -110,6 +86,36 @@ TEST_F(ActionsTest, OpenAtLoginOffAndOn)
     EXPECT_EQ(toolRuns(), QStringList());
 }
 
+TEST_F(ActionsTest, WhetherItOpensAtLoginIsReadAgainEachTimeThePanelOpens)
+{
+    const auto replaceEntryBy = [this](const QByteArray& text) {
+        QFile entry(autostartFile());
+        ASSERT_TRUE(entry.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        entry.write(text);
+    };
+    const auto shownNext = [this](const char* position) {
+        openPanel();
+        EXPECT_TRUE(waitForButton(QLatin1String(position))) << position;
+        click(restingIcon().center());
+        ASSERT_TRUE(waitFor([this] { return hasWindows(0); }));
+        moveTo(idlePosition());
+    };
+    showScenario("calm");
+    shownNext("Open at Login: On");
+    QFile file(autostartFile());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray entry = file.readAll();
+    for (const char* line : {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n"}) {
+        replaceEntryBy("[Desktop Entry]\nType=Application\nName=Quenchly\nExec=quenchly-menubar\n" + QByteArray(line));
+        shownNext("Open at Login: Off");
+        replaceEntryBy(entry);
+        shownNext("Open at Login: On");
+    }
+    ASSERT_TRUE(file.remove());
+    shownNext("Open at Login: Off");
+    EXPECT_FALSE(opensAtLogin());
+}
+
 TEST_F(ActionsTest, LiveDataOpensTheDashboard)
 {
     const bool servedByOthers = somethingServesTheDashboardsPort();
@@ -135,60 +141,6 @@ TEST_F(ActionsTest, AcknowledgeOneThenAll)
     EXPECT_FALSE(shows(QStringLiteral("SET ASIDE (2)")));
     EXPECT_FALSE(shows(QStringLiteral("Only Ollama, MLX, LM Studio.")));
     EXPECT_FALSE(panel().isEmpty());
-}
-
-TEST_F(ActionsTest, CheckForUpdatesSaysThatThereAreNone)
-{
-    openIn("calm");
-    clickButton(QStringLiteral("Check for Updates..."));
-    expectAlert(QStringLiteral("Updates not configured yet"));
-    keepPicture(QStringLiteral("alert-updates"));
-    clickButton(QStringLiteral("OK"));
-    expectRuns();
-}
-
-TEST_F(ActionsTest, ThePanelStaysClosedUntilAnAlertIsAnswered)
-{
-    openIn("calm");
-    clickButton(QStringLiteral("Check for Updates..."));
-    expectAlert(QStringLiteral("Updates not configured yet"));
-    click(restingIcon().center());
-    EXPECT_TRUE(screenRests());
-    EXPECT_TRUE(panel().isEmpty());
-    clickButton(QStringLiteral("OK"));
-    expectRuns();
-    openPanel();
-}
-
-TEST_F(ActionsTest, ReportAProblemCopiesADraft)
-{
-    openIn("calm");
-    clickButton(QStringLiteral("Report a problem"));
-    expectAlert(QStringLiteral("Support email copied"));
-    keepPicture(QStringLiteral("alert-report"));
-    EXPECT_TRUE(waitFor([] { return QGuiApplication::clipboard()->text().startsWith(QStringLiteral("To: ")); }));
-    const QString draft = QGuiApplication::clipboard()->text();
-    EXPECT_TRUE(draft.contains(QStringLiteral("\nSubject: Quenchly 1."))) << draft.toStdString();
-    EXPECT_TRUE(draft.endsWith(QStringLiteral("\nWhat went wrong:\n"))) << draft.toStdString();
-    clickButton(QStringLiteral("Open support form"));
-    EXPECT_TRUE(waitFor([this] { return openedAddresses().size() == 1; }));
-    EXPECT_TRUE(openedAddresses().value(0).contains(QStringLiteral("/quenchly/support.html?v=1.")));
-    expectRuns();
-}
-
-TEST_F(ActionsTest, UninstallThenCancelChangesNothing)
-{
-    openIn("calm");
-    clickButton(QStringLiteral("Uninstall…"));
-    expectAlert(QStringLiteral("Uninstall Quenchly?"));
-    keepPicture(QStringLiteral("alert-uninstall"));
-    clickButton(QStringLiteral("Cancel"));
-    expectRuns();
-    EXPECT_EQ(toolRuns(), QStringList());
-    EXPECT_TRUE(opensAtLogin());
-    EXPECT_TRUE(launchAgentIsThere());
-    openPanel();
-    EXPECT_TRUE(shows(QStringLiteral("Open at Login: On")));
 }
 
 TEST_F(ActionsTest, QuitEndsTheProgram)

@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
+#include <ostream>
 
 #include "desktop.h"
 
@@ -12,6 +14,7 @@ namespace {
 constexpr int panelWidth = 380;  // points
 constexpr const char* runsFile = "runs";
 constexpr const char* addressesFile = "addresses";
+constexpr const char* logFile = "log";
 
 double scale()
 {
@@ -41,10 +44,26 @@ OpenWindow windowOf(const QString& id)
                               numberIn(geometry, "HEIGHT"))};
 }
 
+/// The process whose window has the focus.
+qint64 processInFront()
+{
+    return run(QStringLiteral("xdotool"), {QStringLiteral("getactivewindow"), QStringLiteral("getwindowpid")})
+        .toLongLong();
+}
+
 }  // namespace
+
+void PrintTo(const ShownAlert& alert, std::ostream* out)
+{
+    *out << alert.title.toStdString() << '\n'
+         << alert.text.toStdString() << '\n'
+         << alert.buttons.join(QStringLiteral(" | ")).toStdString() << "; Return presses "
+         << alert.pressedByReturn.toStdString();
+}
 
 void ApplicationOnDesktop::SetUp()
 {
+    program = QStringLiteral(QUENCHLY_MENUBAR_PATH);
     ASSERT_TRUE(barIsThere());
     moveTo(idlePosition());
     ASSERT_TRUE(QFile::link(QStringLiteral(QUENCHLY_DEMO_TOOL_PATH), tools.filePath(QStringLiteral("quenchly"))));
@@ -90,7 +109,7 @@ void ApplicationOnDesktop::startApplication(const std::map<QString, QString>& va
         environment.insert(name, value);
     application.setProcessChannelMode(channels);
     application.setProcessEnvironment(environment);
-    application.start(QStringLiteral(QUENCHLY_MENUBAR_PATH),
+    application.start(program,
                       {QStringLiteral("--home"), home.path(), QStringLiteral("--language"), QLatin1String(language)});
     ASSERT_TRUE(application.waitForStarted());
 }
@@ -190,6 +209,80 @@ Accessible ApplicationOnDesktop::focused() const
         if (object.is(Accessible::State::focused) && object.isControl())
             return object;
     return {};
+}
+
+void ApplicationOnDesktop::clickRow(const QString& name)
+{
+    openPanel();
+    ASSERT_TRUE(waitFor([&] {
+        const bool isInSight = panel().contains(buttonNamed(name).center());
+        if (!isInSight)
+            press("End");
+        return isInSight;
+    })) << name.toStdString();
+    clickButton(name);
+    moveTo(idlePosition());
+}
+
+ShownAlert ApplicationOnDesktop::shownAlert() const
+{
+    const std::vector<Accessible> showing = tree().showing();
+    const auto alert = std::ranges::find(showing, Accessible::Role::alert, &Accessible::role);
+    ShownAlert shown;
+    if (alert == showing.end() || !alert->is(Accessible::State::active))
+        return shown;
+    for (const Accessible& object : std::vector(alert, showing.end())) {
+        if (object.role == Accessible::Role::label)
+            (shown.title.isEmpty() ? shown.title : shown.text) += object.name;
+        if (object.role == Accessible::Role::pushButton)
+            shown.buttons += object.name;
+        if (object.is(Accessible::State::isDefault) && object.is(Accessible::State::focused))
+            shown.pressedByReturn += object.name;
+    }
+    return shown;
+}
+
+void ApplicationOnDesktop::expectAlert(const ShownAlert& alert)
+{
+    const auto isThere = [&] { return shownAlert() == alert && panel().isEmpty() && hasWindows(1); };
+    const bool came = waitFor(isThere);
+    ASSERT_EQ(shownAlert(), alert);
+    ASSERT_TRUE(came) << "the panel or another window stayed";
+    ASSERT_TRUE(waitFor([this] { return processInFront() == application.processId(); }));
+    for (const OpenWindow& window : windows())
+        EXPECT_TRUE(workArea().contains(window.geometry));
+}
+
+void ApplicationOnDesktop::expectNoWindows()
+{
+    EXPECT_TRUE(waitFor([this] { return hasWindows(0); }));
+    EXPECT_EQ(application.state(), QProcess::Running);
+}
+
+bool ApplicationOnDesktop::opensAtLogin() const
+{
+    QFile file(autostartFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray text = file.readAll();
+    return text.startsWith("[Desktop Entry]\n") && text.contains("\nExec=") && !text.contains("\nHidden=true\n") &&
+           !text.contains("\nX-GNOME-Autostart-enabled=false\n");
+}
+
+QString ApplicationOnDesktop::launchAgentFile() const
+{
+    return home.filePath(QStringLiteral("Library/LaunchAgents/com.brindlemoor.quenchly.plist"));
+}
+
+std::map<QString, QString> ApplicationOnDesktop::logCaught() const
+{
+    return {{QStringLiteral("LD_PRELOAD"), QStringLiteral(QUENCHLY_LOG_CATCHER_PATH)},
+            {QStringLiteral("QUENCHLY_CAUGHT_LOG"), tools.filePath(QLatin1String(logFile))}};
+}
+
+QStringList ApplicationOnDesktop::logLines() const
+{
+    return linesOf(logFile);
 }
 
 QStringList ApplicationOnDesktop::linesOf(const char* file) const

@@ -20,6 +20,18 @@ struct OpenWindow {
     QRect geometry;  ///< in pixels of the screen
 };
 
+/// What an alert says, as an assistive technology reads it.
+struct ShownAlert {
+    QString title;
+    QString text;
+    QStringList buttons;      ///< in the order in which they are reached
+    QString pressedByReturn;  ///< a button, which has the focus too
+
+    bool operator==(const ShownAlert&) const = default;
+};
+
+void PrintTo(const ShownAlert& alert, std::ostream* out);
+
 /// Every test has a home folder of its own, with the stand-in checker's tool and a browser that only takes notes.
 class ApplicationOnDesktop : public ::testing::Test {
 protected:
@@ -56,12 +68,32 @@ protected:
     /// What has the focus; empty when nothing has.
     Accessible focused() const;
 
+    /// Clicks a row of the open panel that is answered by an alert.
+    void clickRow(const QString& name);
+    /// The alert that takes all input; empty while there is none.
+    ShownAlert shownAlert() const;
+    /// Waits for this alert, whole on the screen and with the focus, and for the panel to be gone.
+    void expectAlert(const ShownAlert& alert);
+    /// Waits for the windows to go; the program goes on.
+    void expectNoWindows();
+
+    /// Whether a desktop would start the application at login.
+    bool opensAtLogin() const;
+    QString autostartFile() const { return home.filePath(QStringLiteral(".config/autostart/quenchly.desktop")); }
+    QString launchAgentFile() const;
+
+    /// Variables with which the application's lines for the system log end up in `logLines`.
+    std::map<QString, QString> logCaught() const;
+    QStringList logLines() const;
+
     /// The arguments of every run of the stand-in checker by the application, each as one text.
     QStringList toolRuns() const;
     QStringList openedAddresses() const;
 
     QTemporaryDir home;
     QTemporaryDir tools;
+    /// What is started.
+    QString program;
     QProcess application;
     /// Where what the application prints goes.
     QProcess::ProcessChannelMode channels = QProcess::ForwardedChannels;

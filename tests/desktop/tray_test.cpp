@@ -98,6 +98,22 @@ TEST_F(TrayTest, TheIconIsInTheTrayInTheTintOfTheState)
     keepEnlarged(QStringLiteral("icon-calm"), colorOnBar(blue));
 }
 
+TEST_F(TrayTest, AnAlertOutlivesABarThatRestarts)
+{
+    showScenario("holding");
+    clickRow(QStringLiteral("Uninstall…"));
+    ASSERT_TRUE(waitFor([this] { return shownAlert().title == QStringLiteral("Uninstall Quenchly?"); }));
+    const ShownAlert alert = shownAlert();
+    killBar();
+    startBar();
+    ASSERT_TRUE(waitFor([] { return !iconOnBar().isNull(); }));
+    expectAlert(alert);
+    press("Escape");
+    expectNoWindows();
+    openPanel();
+    EXPECT_TRUE(opensAtLogin());
+}
+
 TEST_F(TrayTest, TheToolTipCarriesTheLabel)
 {
     showScenarioIn("holding", amber);
