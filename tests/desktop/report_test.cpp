@@ -28,7 +28,7 @@ const ShownAlert copied{
 const ShownAlert notConfigured{
     .title = QStringLiteral("Updates not configured yet"),
     .text = QStringLiteral("Checking will work once updates are published on %1. Until then, new versions come from "
-                           "https://%1/quenchly/.")
+                           "https://%1/quenchly/.\n\nIf Quenchly came as a package, the package manager updates it.")
                 .arg(host),
     .buttons = {QStringLiteral("OK")},
     .pressedByReturn = QStringLiteral("OK")};

@@ -190,7 +190,11 @@ TEST_F(DebianPackage, StartsAtLoginWithTheEntryThatAUsersOwnReplaces)
     EXPECT_EQ(valueIn(entry, "Icon"), valueIn(root / "usr/share/applications/quenchly.desktop", "Icon"));
 
     const ScratchFolder settings;
-    EXPECT_EQ(makeLoginItem(settings.path(), "/usr/bin/quenchly-menubar")->registerItem(), "");
+    const auto item = makeLoginItem({.settingsFolder = settings.path(),
+                                     .systemSettingsFolders = {root / "etc/xdg"},
+                                     .executable = "/usr/bin/quenchly-menubar"});
+    EXPECT_EQ(item->unregisterItem(), "");
+    EXPECT_EQ(item->status(), LoginItem::Status::requiresApproval);
     EXPECT_TRUE(fs::exists(settings / "autostart" / entry.filename()));
 
     if (isMissing(QUENCHLY_DESKTOP_FILE_VALIDATE))
