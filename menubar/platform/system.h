@@ -10,6 +10,7 @@
 #include <string>
 
 #include "alert.h"
+#include "bundle_info.h"
 #include "instant.h"
 #include "live_metrics.h"
 #include "login_item.h"
@@ -33,9 +34,8 @@ struct System {
     std::map<std::string, std::string> environment;
     /// What a person puts into the Trash to be rid of this program: the bundle, the AppImage or the executable.
     std::filesystem::path applicationItem;
-    /// The values of the bundle's information dictionary that are texts. A program without a bundle tells its version
-    /// under "CFBundleShortVersionString" and nothing else.
-    std::map<std::string, std::string> bundleInfo;
+    /// A program without a bundle tells its version and nothing else.
+    BundleInfo bundleInfo;
     /// The program that controls launchd; empty when it must not be run.
     std::filesystem::path launchctl;
     /// Where on 127.0.0.1 the tool serves its dashboard.

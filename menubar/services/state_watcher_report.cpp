@@ -5,10 +5,8 @@ namespace quenchly {
 
 void StateWatcher::openReportProblem()
 {
-    const auto version = system_.bundleInfo.find("CFBundleShortVersionString");
-    SupportContact::presentReportProblem(system_,
-                                         {.version = version == system_.bundleInfo.end() ? "?" : version->second,
-                                          .macModel = sysctlString("hw.model").value_or("Mac")});
+    SupportContact::presentReportProblem(system_, {.version = bundleVersion(system_.bundleInfo).value_or("?"),
+                                                   .macModel = sysctlString("hw.model").value_or("Mac")});
 }
 
 std::optional<std::string> StateWatcher::sysctlString(const std::string& name) const

@@ -16,10 +16,9 @@ constexpr std::chrono::milliseconds foregroundTime{2000};
 constexpr qsizetype keyBytes = 32;
 constexpr qsizetype keyBase64Length = 44;
 
-QString value(const std::map<std::string, std::string>& info, const char* key)
+QString infoText(const BundleInfo& info, const char* key)
 {
-    const auto entry = info.find(key);
-    return entry == info.end() ? QString() : QString::fromStdString(entry->second);
+    return QString::fromStdString(bundleText(info, key).value_or(""));
 }
 
 bool isUpdateKey(const QString& text)
@@ -51,10 +50,10 @@ void Updater::start()
         system_.log("Quenchly: Sparkle is configured but could not be loaded; updater not started.");
 }
 
-bool Updater::isSparkleConfigured(const std::map<std::string, std::string>& info)
+bool Updater::isSparkleConfigured(const BundleInfo& info)
 {
-    const QString key = value(info, "SUPublicEDKey");
-    const QUrl feed(value(info, "SUFeedURL"), QUrl::StrictMode);
+    const QString key = infoText(info, "SUPublicEDKey");
+    const QUrl feed(infoText(info, "SUFeedURL"), QUrl::StrictMode);
     return !key.contains(QStringLiteral("PLACEHOLDER"), Qt::CaseInsensitive) && feed.isValid() &&
            feed.scheme() == QStringLiteral("https") && isUpdateKey(key);
 }

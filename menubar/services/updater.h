@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <map>
 #include <memory>
-#include <string>
 
 #include "system.h"
 
@@ -32,7 +30,7 @@ public:
     void showNotConfiguredAlert() const;
 
     /// Whether an information dictionary names an https feed and a real key; a template's placeholder is none.
-    static bool isSparkleConfigured(const std::map<std::string, std::string>& info);
+    static bool isSparkleConfigured(const BundleInfo& info);
 
 Q_SIGNALS:
     /// The setting has changed.

@@ -129,8 +129,6 @@ void MenuPanel::followChange()
 
 MenuContent MenuPanel::content() const
 {
-    const auto& info = watcher_.system().bundleInfo;
-    const auto version = info.find("CFBundleShortVersionString");
     return menuContent({.status = watcher_.status(),
                         .targetRows = targetRows_,
                         .cliAvailable = watcher_.cliAvailable(),
@@ -140,7 +138,7 @@ MenuContent MenuPanel::content() const
                         .openAtLogin = watcher_.openAtLogin(),
                         .updaterConfigured = updater_.isConfigured(),
                         .automaticChecksEnabled = updater_.automaticChecksEnabled(),
-                        .version = version == info.end() ? std::string() : version->second,
+                        .version = bundleVersion(watcher_.system().bundleInfo).value_or(""),
                         .now = watcher_.system().now()});
 }
 
