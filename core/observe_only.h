@@ -8,6 +8,8 @@
 namespace quenchly::ObserveOnly {
 
 inline constexpr std::string_view agentPlistName = "com.brindlemoor.quenchly.plist";
+/// The name by which launchd knows the job.
+inline constexpr std::string_view agentLabel = agentPlistName.substr(0, agentPlistName.rfind('.'));
 
 /// The folder of the background job's file when the caller gives none: Library/LaunchAgents of the user database's
 /// home folder.

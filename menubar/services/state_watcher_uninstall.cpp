@@ -13,14 +13,17 @@
 namespace quenchly {
 namespace {
 
-constexpr const char* agentLabel = "com.brindlemoor.quenchly";
 constexpr std::size_t first = 0;
 constexpr std::size_t second = 1;
 
-const char* const confirmText =
-    "This turns off Open at Login and removes the background check (com.brindlemoor.quenchly). Your saved data stays "
-    "on "
-    "this Mac; you can remove it in the next step.";
+Alert confirmation()
+{
+    return {.title = "Uninstall Quenchly?",
+            .text = "This turns off Open at Login and removes the background check (" +
+                    std::string(ObserveOnly::agentLabel) +
+                    "). Your saved data stays on this Mac; you can remove it in the next step.",
+            .buttons = {"Uninstall", "Cancel"}};
+}
 
 Alert savedDataAlert(const std::filesystem::path& dataHome)
 {
@@ -49,9 +52,10 @@ std::optional<std::size_t> ask(const System& system, const Alert& alert)
 void removeAgent(const System& system)
 {
     if (!system.launchctl.empty())
-        runToEnd({.executable = system.launchctl,
-                  .arguments = {"bootout", "gui/" + std::to_string(getuid()) + "/" + agentLabel},
-                  .environment = system.environment});
+        runToEnd(
+            {.executable = system.launchctl,
+             .arguments = {"bootout", "gui/" + std::to_string(getuid()) + "/" + std::string(ObserveOnly::agentLabel)},
+             .environment = system.environment});
     std::error_code ignored;
     std::filesystem::remove(system.launchAgentsFolder / ObserveOnly::agentPlistName, ignored);
 }
@@ -73,8 +77,7 @@ void StateWatcher::uninstallQuenchly()
     if (!timer_.isActive())
         return;  // it is at it already: a screen reader reaches the menu behind an alert
     timer_.stop();
-    if (ask(system_, {.title = "Uninstall Quenchly?", .text = confirmText, .buttons = {"Uninstall", "Cancel"}}) !=
-        first) {
+    if (ask(system_, confirmation()) != first) {
         returnToMenuBar(system_);
         timer_.start();
         return;
