@@ -5,7 +5,6 @@
 #include "child_process.h"
 #include "command_runner.h"
 #include "foreground.h"
-#include "login_at_launch.h"
 #include "observe_only.h"
 #include "state_watcher.h"
 #include "text.h"
@@ -82,8 +81,7 @@ void StateWatcher::uninstallQuenchly()
         timer_.start();
         return;
     }
-    LoginAtLaunch::setEnabled(system_, false);
-    openAtLogin_ = LoginAtLaunch::isEnabled(system_);
+    setOpenAtLogin(false);
     removeBackgroundCheck();
     if (ask(system_, savedDataAlert(dataHome_)) == second)
         removeSavedData();
