@@ -77,11 +77,9 @@ void Updater::checkForUpdates()
         showNotConfiguredAlert();
         return;
     }
-    system_.application->setActivationPolicy(ActivationPolicy::regular);
+    leaveMenuBar(system_);
     backend_->checkForUpdates();
-    system_.runLater(foregroundTime, [application = system_.application] {
-        application->setActivationPolicy(ActivationPolicy::accessory);
-    });
+    system_.runLater(foregroundTime, [system = system_] { returnToMenuBar(system); });
 }
 
 void Updater::showNotConfiguredAlert() const
