@@ -228,7 +228,8 @@ void MenuPanel::fit()
 {
     const int contentHeight = view_->contentHeight();
     view_->setFixedSize(panelWidth, contentHeight);
-    const int frameHeight = frameGeometry().height() - this->height();  // none around a popup
+    // A popup has no frame, and on X11 one is made up for a window whose size the window manager has yet to follow.
+    const int frameHeight = role_ == Role::popup ? 0 : frameGeometry().height() - this->height();
     const int height = std::min(stripeHeight + contentHeight, workArea().height() - frameHeight);
     if (height != this->height())
         setFixedHeight(height);
