@@ -320,12 +320,18 @@ TEST(RealSystemTest, AProgramOnItsOwnHomeFolderCanBeMovedToTheTrash)
     const Variable home("HOME", scratch.makeFolder("home"));
     const Variable data("XDG_DATA_HOME", scratch.makeFolder("home/data"));
     const fs::path program = scratch.write("other/bin/quenchly-menubar", "program");
-    const System system = makeSystem(scratch.makeLink("link to other", scratch / "other"));
-    std::string error = "none yet";
-    system.moveToTrash(program, [&](const std::string& text) { error = text; });
-    EXPECT_EQ(error, "");
+    const fs::path link = scratch.makeLink("link to other", scratch / "other");
+    const auto errorOf = [](const System& system, const fs::path& item) {
+        std::string error = "none yet";
+        system.moveToTrash(item, [&](const std::string& text) { error = text; });
+        return error;
+    };
+    EXPECT_EQ(errorOf(makeSystem(link), program), "");
     EXPECT_FALSE(fs::exists(program));
     EXPECT_TRUE(fs::exists(scratch / "home/data/Trash/files/quenchly-menubar"));
+    scratch.write("other/bin/quenchly-menubar", "another");
+    EXPECT_EQ(errorOf(makeSystem(scratch / "other"), link / "bin/quenchly-menubar"), "");
+    EXPECT_FALSE(fs::exists(program));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 
 #include "breakable_words.h"
 
@@ -59,7 +60,7 @@ private:
     {
         setInformativeText(withBreakableWords(text));
         if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
-            label->setMinimumWidth(textWidth);
+            label->setMinimumWidth(std::max(textWidth, label->minimumSizeHint().width()));
             label->setAccessibleName(text);
         }
     }
