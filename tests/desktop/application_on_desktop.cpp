@@ -211,17 +211,16 @@ Accessible ApplicationOnDesktop::focused() const
     return {};
 }
 
-void ApplicationOnDesktop::clickRow(const QString& name)
+void ApplicationOnDesktop::chooseRow(const QString& name)
 {
-    openPanel();
-    ASSERT_TRUE(waitFor([&] {
-        const bool isInSight = panel().contains(buttonNamed(name).center());
-        if (!isInSight)
-            press("End");
-        return isInSight;
-    })) << name.toStdString();
-    clickButton(name);
-    moveTo(idlePosition());
+    constexpr int mostControls = 40;
+    for (int step = 0; step < mostControls && focused().name != name; ++step) {
+        const QString before = focused().path;
+        press("shift+Tab");
+        ASSERT_TRUE(waitFor([&] { return focused().path != before; })) << name.toStdString();
+    }
+    ASSERT_EQ(focused().name, name);
+    press("Return");
 }
 
 ShownAlert ApplicationOnDesktop::shownAlert() const

@@ -68,8 +68,8 @@ protected:
     /// What has the focus; empty when nothing has.
     Accessible focused() const;
 
-    /// Clicks a row of the open panel that is answered by an alert.
-    void clickRow(const QString& name);
+    /// Presses a row of the open panel by the keyboard: a click could miss what the first scan of the targets moves.
+    void chooseRow(const QString& name);
     /// The alert that takes all input; empty while there is none.
     ShownAlert shownAlert() const;
     /// Waits for this alert, whole on the screen and with the focus, and for the panel to be gone.

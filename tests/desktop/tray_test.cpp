@@ -101,7 +101,8 @@ TEST_F(TrayTest, TheIconIsInTheTrayInTheTintOfTheState)
 TEST_F(TrayTest, AnAlertOutlivesABarThatRestarts)
 {
     showScenario("holding");
-    clickRow(QStringLiteral("Uninstall…"));
+    openPanel();
+    chooseRow(QStringLiteral("Uninstall…"));
     ASSERT_TRUE(waitFor([this] { return shownAlert().title == QStringLiteral("Uninstall Quenchly?"); }));
     const ShownAlert alert = shownAlert();
     killBar();

@@ -58,7 +58,8 @@ protected:
         std::map<QString, QString> variables = logCaught();
         variables[QStringLiteral("XDG_DATA_HOME")] = dataFolder();
         startApplication(variables);
-        clickRow(QStringLiteral("Uninstall…"));
+        openPanel();
+        chooseRow(QStringLiteral("Uninstall…"));
         expectAlert(confirmation);
     }
 
@@ -126,7 +127,8 @@ TEST_F(UninstallOnDesktopTest, CancellingOrClosingTheFirstAlertChangesNothing)
         EXPECT_TRUE(opensAtLogin());
         EXPECT_TRUE(QFileInfo::exists(launchAgentFile()));
         EXPECT_TRUE(hasSavedData());
-        clickRow(QStringLiteral("Uninstall…"));
+        openPanel();
+        chooseRow(QStringLiteral("Uninstall…"));
     }
     answer(confirmation, escape);
     expectNoWindows();
