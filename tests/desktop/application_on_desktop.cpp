@@ -275,7 +275,10 @@ QString ApplicationOnDesktop::launchAgentFile() const
 
 std::map<QString, QString> ApplicationOnDesktop::logCaught() const
 {
+    // In a build with the address sanitizer its runtime comes only after what is preloaded.
+    const QString sanitizer = qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":verify_asan_link_order=0");
     return {{QStringLiteral("LD_PRELOAD"), QStringLiteral(QUENCHLY_LOG_CATCHER_PATH)},
+            {QStringLiteral("ASAN_OPTIONS"), sanitizer},
             {QStringLiteral("QUENCHLY_CAUGHT_LOG"), tools.filePath(QLatin1String(logFile))}};
 }
 
