@@ -6,12 +6,12 @@
 #include "child_process.h"
 #include "cocoa_support.h"
 #include "confined_home.h"
+#include "log_line.h"
 #include "pasteboard.h"
 #include "run_later.h"
 #include "settings_of_this_run.h"
 #include "sysctl_string.h"
 #include "system.h"
-#include "text.h"
 #include "user_home.h"
 
 namespace quenchly {
@@ -67,10 +67,8 @@ bool openWithDefaultHandler(const std::string& address)
 /// NSLog repeats the line on standard error when that is a terminal.
 void writeToSystemLog(const std::string& line)
 {
-    constexpr std::size_t maxCharacters = 1000;
     @autoreleasepool {
-        // An error's text may hold anything: a percent sign is no conversion, a line break no line of its own.
-        NSLog(@"%@", nsString(displayLine(line, maxCharacters)));
+        NSLog(@"%@", nsString(logLine(line)));  // a percent sign in it is no conversion
     }
 }
 
