@@ -1,7 +1,9 @@
 #include "menu_bar_application.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEvent>
+#include <chrono>
 #include <utility>
 
 #include "menu_bar_content.h"
@@ -9,9 +11,11 @@
 namespace quenchly {
 namespace {
 
-/// A press on the item first takes the focus from the open panel, which closes; the press itself arrives just after
-/// and must not open it again. In milliseconds.
-constexpr qint64 samePressInterval = 250;
+FocusTakingPress::Moment now()
+{
+    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return {.pointer = QCursor::pos(), .time = std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart)};
+}
 
 /// An alert takes all input until it is answered; a panel beside it would be dead.
 bool showAlertThatIsUp()
@@ -53,10 +57,12 @@ void MenuBarApplication::toggle(QPoint position, const QString& activationToken)
 {
     if (showAlertThatIsUp())
         return;
-    if (panel().isVisible())
+    if (panel().isVisible()) {
         panel().close();
-    else if (!sinceHidden_.isValid() || sinceHidden_.elapsed() > samePressInterval)
+        focusTakingPress_.forget();
+    } else if (!focusTakingPress_.isHeardAt(now())) {
         open(position, activationToken);
+    }
 }
 
 void MenuBarApplication::followAvailability(bool available)
@@ -80,8 +86,9 @@ MenuPanel& MenuBarApplication::panel()
 
 bool MenuBarApplication::eventFilter(QObject* object, QEvent* event)
 {
-    if (event->type() == QEvent::Hide)
-        sinceHidden_.start();
+    // Closed in any other way, it still is the active window here.
+    if (event->type() == QEvent::Hide && !static_cast<QWidget*>(object)->isActiveWindow())
+        focusTakingPress_.panelLostFocus(now());
     return QObject::eventFilter(object, event);
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <memory>
 
+#include "focus_taking_press.h"
 #include "menu_bar_extra.h"
 #include "menu_panel.h"
 #include "state_watcher.h"
@@ -32,9 +32,9 @@ private:
     Updater& updater_;
     std::unique_ptr<MenuBarExtra> extra_;
     QPoint lastPosition_;
-    QElapsedTimer sinceHidden_;
+    FocusTakingPress focusTakingPress_;
     bool availabilityKnown_ = false;
-    std::unique_ptr<MenuPanel> panel_;  // goes first: hiding it still asks for the time
+    std::unique_ptr<MenuPanel> panel_;  // goes first: hiding it still tells of a lost focus
 };
 
 }  // namespace quenchly

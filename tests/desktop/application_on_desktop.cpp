@@ -163,6 +163,11 @@ void ApplicationOnDesktop::openPanel()
     click(icon.center());
     moveTo(idlePosition());
     ASSERT_TRUE(waitFor([this] { return !panel().isEmpty(); }));
+    waitUntilActive();
+}
+
+void ApplicationOnDesktop::waitUntilActive() const
+{
     ASSERT_TRUE(waitFor([this] {
         const std::vector<Accessible> showing = tree().showing();
         return !showing.empty() && showing.front().is(Accessible::State::active);

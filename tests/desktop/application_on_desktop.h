@@ -51,6 +51,8 @@ protected:
 
     /// Presses the item and waits for the panel.
     void openPanel();
+    /// Waits until the panel takes the keys.
+    void waitUntilActive() const;
     /// Where the panel is, in pixels; empty while it is closed.
     QRect panel() const;
     /// Where the open help is, in pixels; empty while none is open.

@@ -94,6 +94,13 @@ void click(QPoint position, int button)
     run(QStringLiteral("xdotool"), {QStringLiteral("click"), QString::number(button)});
 }
 
+void clickTwice(QPoint position, int gap)
+{
+    moveTo(position);
+    run(QStringLiteral("xdotool"), {QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
+                                    QStringLiteral("--delay"), QString::number(gap), QStringLiteral("1")});
+}
+
 void turnWheel(QPoint position, int steps)
 {
     const int upwards = 4;

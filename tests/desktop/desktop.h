@@ -17,6 +17,8 @@ QString run(const QString& program, const QStringList& arguments);
 
 void moveTo(QPoint position);
 void click(QPoint position, int button = 1);
+/// Two presses with so many milliseconds between them.
+void clickTwice(QPoint position, int gap);
 /// Turns the wheel over a position; upwards when `steps` is negative.
 void turnWheel(QPoint position, int steps);
 /// A key by its X11 name.

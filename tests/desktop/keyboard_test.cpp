@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QRasterWindow>
-#include <QTest>
 
 #include "application_on_desktop.h"
 #include "desktop.h"
@@ -91,15 +90,6 @@ TEST_F(KeyboardTest, APressOnAnotherWindowClosesThePanel)
     click(other.geometry().center());
     EXPECT_TRUE(waitForWindows(0));
     EXPECT_EQ(application.state(), QProcess::Running);
-}
-
-TEST_F(KeyboardTest, ASecondPressOnTheItemClosesThePanel)
-{
-    openPanel();
-    click(iconOnBar().center());
-    ASSERT_TRUE(waitForWindows(0));
-    // The press takes the focus, which closes the panel too; its release must not open it again.
-    EXPECT_FALSE(QTest::qWaitFor([this] { return !hasWindows(0); }, 700));
 }
 
 TEST_F(KeyboardTest, TheFocusShowsWhereItIs)
