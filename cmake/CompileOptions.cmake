@@ -23,3 +23,8 @@ if(QUENCHLY_SANITIZE)
     add_compile_options(-fsanitize=${QUENCHLY_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${QUENCHLY_SANITIZE})
 endif()
+
+# cmake/HEADER.h, precompiled for a target. It may hold nothing that the target is not allowed to include.
+function(quenchly_precompile target header)
+    target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/${header}.h)
+endfunction()

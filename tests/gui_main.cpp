@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
+
+#include "subject.h"
 
 int main(int argc, char** argv)
 {
-    QApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    const QApplication application(argc, argv);
+    return quenchly::testing::runSubject(argc, argv);
 }

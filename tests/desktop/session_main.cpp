@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <QGuiApplication>
+
+#include "subject.h"
 
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const QGuiApplication application(argc, argv);
-    return RUN_ALL_TESTS();
+    return quenchly::testing::runSubject(argc, argv);
 }

@@ -544,12 +544,4 @@ TEST(MenuBarExtraDeathTest, TheItemComesBackWithANewSessionBus)
 }  // namespace
 }  // namespace quenchly
 
-int main(int argc, char** argv)
-{
-    testing::InitGoogleTest(&argc, argv);
-    qunsetenv("XDG_CURRENT_DESKTOP");
-    const QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}
-
 #include "status_notifier_item_test.moc"
