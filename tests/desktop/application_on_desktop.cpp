@@ -78,9 +78,9 @@ void ApplicationOnDesktop::TearDown()
         keepPicture(QStringLiteral("failed-") +
                     QLatin1String(::testing::UnitTest::GetInstance()->current_test_info()->name()));
     application.terminate();
-    if (!application.waitForFinished(3000))
+    if (!application.waitForFinished())
         application.kill();
-    application.waitForFinished(3000);
+    application.waitForFinished();
     EXPECT_TRUE(waitFor([] { return iconOnBar().isNull(); }));
 }
 

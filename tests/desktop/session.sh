@@ -71,7 +71,7 @@ else
 fi
 "${server[@]}" -displayfd 3 -nolisten tcp 3>"$scratch/display" >"$logs/xvfb.log" 2>&1 &
 x_server=$!
-read -r -t 20 display <"$scratch/display"
+read -r -t 120 display <"$scratch/display"
 
 mkdir -p -m 700 "$scratch/runtime"
 settings=$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml

@@ -111,7 +111,6 @@ protected:
         click(restingIcon().center());
         moveTo(idlePosition());
         EXPECT_TRUE(waitFor([this] { return panel().isEmpty(); }));
-        QTest::qWait(300);  // a press just after the panel went belongs to its closing
     }
 
     /// When everything has been used once.
