@@ -4,7 +4,6 @@
 
 #include "l10n.h"
 #include "menu_bar_icon.h"
-#include "menu_bar_picture.h"
 #include "scripted_system.h"
 
 namespace quenchly {
@@ -106,21 +105,6 @@ TEST_F(MenuBarContentTest, HostileTextsBecomeOneShortPlainLine)
     for (const QString& text : {content.label, content.explanation})
         for (const QChar c : text)
             EXPECT_TRUE(c.isPrint()) << static_cast<int>(c.unicode());
-}
-
-TEST_F(MenuBarContentTest, ThePictureHoldsGlyphAndWholeLabelAtEveryScale)
-{
-    world.writeState("heat-state.json", freshState);
-    const StateWatcher watcher(world.system());
-    MenuBarExtraContent content = menuBarContent(watcher);
-    for (const double scale : {1.0, 1.5, 2.0}) {
-        const QImage picture = menuBarPicture(content, scale);
-        EXPECT_EQ(picture.height(), qRound(28 * scale));
-        EXPECT_EQ(picture.pixel(qRound(14 * scale), picture.height() / 2), qRgb(78, 147, 198)) << scale;
-    }
-    const int width = menuBarPicture(content, 1).width();
-    content.label += QStringLiteral(" and more");
-    EXPECT_GT(menuBarPicture(content, 1).width(), width);
 }
 
 }  // namespace
