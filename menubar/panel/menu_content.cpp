@@ -95,18 +95,19 @@ MenuContent::Targets targets(const MenuSituation& situation)
     MenuContent::Targets targets;
     targets.heading = L10n::t("protection_applies_to");
     targets.help = MenuHelpCopy::protectionAppliesTo();
-    const std::size_t shown = std::min(situation.targetRows.size(), MenuContent::mostTargets);
+    const std::vector<TargetRow>& rows = situation.targetRows;
+    const std::size_t shown = std::min(rows.size(), MenuContent::mostTargets);
     for (std::size_t i = 0; i < shown; ++i) {
-        const TargetRow& row = situation.targetRows[i];
+        const TargetRow& row = rows[i];
         targets.rows.push_back({row.state, displayLine(row.name.utf8()), std::string(row.detail)});
     }
-    targets.moreRows = situation.targetRows.size() - shown;
+    targets.moreRows = rows.size() - shown;
     targets.note = L10n::t("protection_targets");
-    targets.honesty = VerdictStoryLogic::protectionAppliesHonesty(
-                          {.protectOn = status.agentInstalled && protectionIsOn(status),
-                           .overload = status.stillOverloaded,
-                           .anyListedLive = TargetScanner::anyListedLive(situation.targetRows)})
-                          .value_or("");
+    targets.honesty =
+        VerdictStoryLogic::protectionAppliesHonesty({.protectOn = status.agentInstalled && protectionIsOn(status),
+                                                     .overload = status.stillOverloaded,
+                                                     .anyListedLive = TargetScanner::anyListedLive(rows)})
+            .value_or("");
     return targets;
 }
 
@@ -131,7 +132,7 @@ std::optional<MenuContent::SetAside> setAside(const MenuSituation& situation)
 {
     std::vector<MenuContent::SetAsideEntry> entries;
     std::int64_t count = 0;
-    for (const QuarantinedEntry& entry : situation.status.quarantine) {
+    for (const QuarantinedEntry& entry : situation.status.get().quarantine) {
         if (entry.acknowledged)
             continue;
         if (entries.size() < MenuContent::mostSetAside)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -122,10 +123,10 @@ struct MenuContent {
     bool operator==(const MenuContent&) const = default;
 };
 
-/// What the panel's content is decided from; only refers to the status and the rows.
+/// What the panel's content is decided from. It only refers to the status and the rows: a temporary does not compile.
 struct MenuSituation {
-    const QuenchStatus& status;
-    const std::vector<TargetRow>& targetRows;
+    std::reference_wrapper<const QuenchStatus> status;
+    std::reference_wrapper<const std::vector<TargetRow>> targetRows;
     bool cliAvailable = false;
     bool protectBusy = false;
     bool ackBusy = false;

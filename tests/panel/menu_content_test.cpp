@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -39,6 +40,10 @@ std::vector<std::string> labels(const MenuContent::SetAside& setAside)
         result.push_back(entry.label);
     return result;
 }
+
+// A reference would be bound to a temporary that is gone when the content is decided.
+static_assert(!std::is_convertible_v<QuenchStatus, decltype(MenuSituation::status)>);
+static_assert(!std::is_convertible_v<std::vector<TargetRow>, decltype(MenuSituation::targetRows)>);
 
 TEST_F(MenuContentTest, TheHeaderCarriesTheStatussTintHeadlineAndDetail)
 {
