@@ -89,6 +89,12 @@ void ActionRow::setContent(const MenuContent::Row& row)
     help_->setHelp(row.help);
 }
 
+void ActionRow::followInTabOrder(const ActionRow& previous)
+{
+    setTabOrder(previous.help_, button_);
+    setTabOrder(button_, help_);
+}
+
 void ActionRow::resizeEvent(QResizeEvent*)
 {
     button_->setGeometry(rect());

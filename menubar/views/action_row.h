@@ -37,6 +37,9 @@ public:
 
     void setContent(const MenuContent::Row& row);
 
+    /// Lets the Tab key come here from the help of `previous`, which is in the same window.
+    void followInTabOrder(const ActionRow& previous);
+
 Q_SIGNALS:
     void triggered(MenuAction action);
 

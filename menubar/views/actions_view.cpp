@@ -1,6 +1,7 @@
 #include "actions_view.h"
 
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "action_row.h"
 #include "hairline.h"
@@ -10,66 +11,79 @@ namespace {
 
 constexpr int edge = 5;
 
-}  // namespace
-
-ActionsView::ActionsView(QWidget* parent) : QWidget(parent)
-{
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, edge, 0, edge);
-    column->setSpacing(0);
-    for (int i = 0; i <= static_cast<int>(Place::quit); ++i) {
-        const Line line{new Hairline(this), new ActionRow(this)};
-        column->addWidget(line.hairline);
-        column->addWidget(line.row);
-        connect(line.row, &ActionRow::triggered, this, &ActionsView::triggered);
-        lines_.emplace(static_cast<Place>(i), line);
-    }
-}
-
-ActionsView::Place ActionsView::placeOf(MenuAction action)
+/// One action for all that a row can turn into while it stays the same row.
+MenuAction standingFor(MenuAction action)
 {
     switch (action) {
         case MenuAction::installAgent:
-        case MenuAction::protectOn:
         case MenuAction::protectOff:
-            return Place::protection;
-        case MenuAction::unloadListed:
-            return Place::unload;
-        case MenuAction::openAtLoginOn:
+            return MenuAction::protectOn;
         case MenuAction::openAtLoginOff:
-            return Place::openAtLogin;
-        case MenuAction::automaticChecksOn:
+            return MenuAction::openAtLoginOn;
         case MenuAction::automaticChecksOff:
-            return Place::automaticChecks;
-        case MenuAction::liveData:
-            return Place::liveData;
-        case MenuAction::checkForUpdates:
-            return Place::updates;
-        case MenuAction::reportProblem:
-            return Place::report;
-        case MenuAction::uninstall:
-            return Place::uninstall;
-        case MenuAction::quit:
-            break;
+            return MenuAction::automaticChecksOn;
+        default:
+            return action;
     }
-    return Place::quit;
+}
+
+}  // namespace
+
+ActionsView::ActionsView(QWidget* parent) : QWidget(parent), column_(new QVBoxLayout(this))
+{
+    column_->setContentsMargins(0, edge, 0, edge);
+    column_->setSpacing(0);
+    for (int i = 0; i <= static_cast<int>(MenuAction::quit); ++i) {
+        const MenuAction action = static_cast<MenuAction>(i);
+        if (standingFor(action) != action)
+            continue;
+        const Line line{new Hairline(this), new ActionRow(this)};
+        line.hairline->hide();
+        line.row->hide();
+        connect(line.row, &ActionRow::triggered, this, &ActionsView::triggered);
+        lines_.emplace(action, line);
+    }
 }
 
 void ActionsView::setContent(const Groups& groups)
 {
-    std::map<Place, bool> present;  // and whether it begins a group
+    std::vector<Line> lines;
     for (const auto& group : groups) {
+        bool divided = !lines.empty();
         for (const MenuContent::Row& content : group) {
-            const Place place = placeOf(content.action);
-            lines_.at(place).row->setContent(content);
-            present.emplace(place, &content == &group.front());
+            const Line& line = lines_.at(standingFor(content.action));
+            line.row->setContent(content);
+            line.hairline->setVisible(divided);
+            lines.push_back(line);
+            divided = false;
         }
     }
-    for (const auto& [place, line] : lines_) {
-        const auto found = present.find(place);
-        line.row->setVisible(found != present.end());
-        line.hairline->setVisible(found != present.end() && found->second && found != present.begin());
+    arrange(lines);
+}
+
+void ActionsView::arrange(const std::vector<Line>& lines)
+{
+    if (lines == shown_)
+        return;
+    for (const Line& line : shown_) {
+        column_->removeWidget(line.hairline);
+        column_->removeWidget(line.row);
+        if (std::find(lines.begin(), lines.end(), line) == lines.end()) {
+            line.hairline->hide();
+            line.row->hide();
+        }
     }
+    ActionRow* previous = nullptr;
+    for (const Line& line : lines) {
+        column_->addWidget(line.hairline);
+        column_->addWidget(line.row);
+        line.row->show();
+        line.row->raise();  // screen readers go by the order of the children
+        if (previous != nullptr)
+            line.row->followInTabOrder(*previous);
+        previous = line.row;
+    }
+    shown_ = lines;
 }
 
 }  // namespace quenchly

@@ -6,13 +6,15 @@
 
 #include "menu_content.h"
 
+class QVBoxLayout;
+
 namespace quenchly {
 
 class ActionRow;
 class Hairline;
 
-/// The action rows, in groups with hairlines between them. A row keeps its widget, and so the focus, for as long as it
-/// is there, whatever comes and goes around it.
+/// The action rows in the content's order, in groups with hairlines between them. A row keeps its widget, and so the
+/// focus, for as long as it is there, whatever comes, goes or moves around it.
 class ActionsView : public QWidget {
     Q_OBJECT
 
@@ -27,15 +29,17 @@ Q_SIGNALS:
     void triggered(MenuAction action);
 
 private:
-    /// The place of a row; the two positions of a switch share one.
-    enum class Place { protection, unload, openAtLogin, automaticChecks, liveData, updates, report, uninstall, quit };
-    static Place placeOf(MenuAction action);
-
     struct Line {
         Hairline* hairline;  ///< above the row
         ActionRow* row;
+
+        bool operator==(const Line&) const = default;
     };
-    std::map<Place, Line> lines_;  ///< all of them, in their order; those that are not there are hidden
+    void arrange(const std::vector<Line>& lines);
+
+    QVBoxLayout* column_;
+    std::map<MenuAction, Line> lines_;  ///< by what stands for the row; made together, so that Tab visits them together
+    std::vector<Line> shown_;           ///< from top to bottom
 };
 
 }  // namespace quenchly
