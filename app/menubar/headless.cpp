@@ -7,6 +7,7 @@
 #include "menu_bar_content.h"
 #include "menu_bar_picture.h"
 #include "menu_panel.h"
+#include "panel_controller.h"
 #include "status_json.h"
 #include "updater.h"
 #include "whole_file.h"
@@ -26,8 +27,9 @@ public:
 QImage panelPicture(StateWatcher& watcher)
 {
     Updater updater(watcher.system());
-    MenuPanel panel(watcher, updater, MenuPanel::Role::popup);
-    panel.setTargetRows(TargetScanner::rows(*watcher.system().makeProcesses(), panel.targetSituation()));
+    PanelController controller(watcher, updater);
+    controller.scanNow();
+    MenuPanel panel(controller, MenuPanel::Role::popup);
     panel.showWhole();
     return panel.grab().toImage();
 }

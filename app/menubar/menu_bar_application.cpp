@@ -31,7 +31,7 @@ bool showAlertThatIsUp()
 }  // namespace
 
 MenuBarApplication::MenuBarApplication(StateWatcher& watcher, Updater& updater, std::unique_ptr<MenuBarExtra> extra)
-    : watcher_(watcher), updater_(updater), extra_(std::move(extra))
+    : watcher_(watcher), controller_(watcher, updater), extra_(std::move(extra))
 {
     const auto showContent = [this] { extra_->setContent(menuBarContent(watcher_)); };
     showContent();
@@ -78,7 +78,7 @@ MenuPanel& MenuBarApplication::panel()
     const auto role = extra_->isAvailable() ? MenuPanel::Role::popup : MenuPanel::Role::ordinary;
     // A panel that somebody reads stays as it is, whatever becomes of the item.
     if (!panel_ || (panel_->role() != role && !panel_->isVisible())) {
-        panel_ = std::make_unique<MenuPanel>(watcher_, updater_, role);
+        panel_ = std::make_unique<MenuPanel>(controller_, role);
         panel_->installEventFilter(this);
     }
     return *panel_;

@@ -6,6 +6,7 @@
 #include "focus_taking_press.h"
 #include "menu_bar_extra.h"
 #include "menu_panel.h"
+#include "panel_controller.h"
 #include "state_watcher.h"
 #include "updater.h"
 
@@ -29,7 +30,7 @@ private:
     bool eventFilter(QObject* object, QEvent* event) override;
 
     StateWatcher& watcher_;
-    Updater& updater_;
+    PanelController controller_;
     std::unique_ptr<MenuBarExtra> extra_;
     QPoint lastPosition_;
     FocusTakingPress focusTakingPress_;

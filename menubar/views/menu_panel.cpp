@@ -16,10 +16,9 @@
 #include "compositing.h"
 #include "menu_content_view.h"
 #include "panel_colors.h"
+#include "panel_controller.h"
 #include "panel_metrics.h"
 #include "panel_window.h"
-#include "state_watcher.h"
-#include "updater.h"
 #include "wind_palette.h"
 
 namespace quenchly {
@@ -34,15 +33,6 @@ constexpr double outlineOpacity = 0.14;
 
 /// What the outline, the rounded corners and the stripe take.
 constexpr int edgeWidth = static_cast<int>(PanelMetrics::cornerRadius);
-
-/// Until the first scan has ended, nothing is known of them but their names.
-std::vector<TargetRow> unscannedTargets()
-{
-    std::vector<TargetRow> rows;
-    for (const std::string_view key : TargetScanner::knownTargets)
-        rows.push_back({.name = TargetScanner::displayName(key)});
-    return rows;
-}
 
 void paintWindStripe(QPainter& painter, int width)
 {
@@ -59,14 +49,8 @@ void paintWindStripe(QPainter& painter, int width)
 
 }  // namespace
 
-MenuPanel::MenuPanel(StateWatcher& watcher, Updater& updater, Role role)
-    : watcher_(watcher),
-      updater_(updater),
-      role_(role),
-      view_(new MenuContentView),
-      scrollArea_(new QScrollArea(this)),
-      targetRows_(unscannedTargets()),
-      targetScan_(watcher.system().makeProcesses)
+MenuPanel::MenuPanel(PanelController& controller, Role role)
+    : controller_(controller), role_(role), view_(new MenuContentView), scrollArea_(new QScrollArea(this))
 {
     setWindowTitle(QStringLiteral("Quenchly"));
     setFixedWidth(panelWidth);
@@ -84,17 +68,19 @@ MenuPanel::MenuPanel(StateWatcher& watcher, Updater& updater, Role role)
     view_->setAutoFillBackground(false);
     makeScrollBar();
 
-    connect(&watcher, &StateWatcher::published, this, &MenuPanel::followChange);
-    connect(&updater, &Updater::published, this, &MenuPanel::followChange);
-    connect(&targetScan_, &TargetScan::finished, this, &MenuPanel::setTargetRows);
-    connect(view_, &MenuContentView::triggered, this, &MenuPanel::perform);
-    connect(view_, &MenuContentView::acknowledged, &watcher, &StateWatcher::acknowledgeQuarantine);
-    connect(view_, &MenuContentView::allAcknowledged, &watcher, &StateWatcher::acknowledgeAllVisibleQuarantine);
+    connect(&controller, &PanelController::changed, this, &MenuPanel::refresh);
+    connect(&controller, &PanelController::leaving, this, &MenuPanel::leave);
+    connect(view_, &MenuContentView::triggered, &controller, &PanelController::perform);
+    connect(view_, &MenuContentView::acknowledged, &controller, &PanelController::acknowledge);
+    connect(view_, &MenuContentView::allAcknowledged, &controller, &PanelController::acknowledgeAll);
     connect(view_, &MenuContentView::focusMoved, this,
             [this](QWidget* focus) { scrollArea_->ensureWidgetVisible(focus); });
 }
 
-MenuPanel::~MenuPanel() = default;
+MenuPanel::~MenuPanel()
+{
+    controller_.setShown(false);
+}
 
 /// Over the content and not beside it, so that the texts break alike with and without it.
 void MenuPanel::makeScrollBar()
@@ -118,103 +104,21 @@ void MenuPanel::makeScrollBar()
     scrollBar_->hide();
 }
 
-void MenuPanel::followChange()
-{
-    if (!isVisible() || isMinimized())
-        return;
-    refresh();
-    if (scannedStatus_ != watcher_.status())
-        refreshTargets();
-}
-
-MenuContent MenuPanel::content() const
-{
-    return menuContent({.status = watcher_.status(),
-                        .targetRows = targetRows_,
-                        .cliAvailable = watcher_.cliAvailable(),
-                        .protectBusy = watcher_.protectBusy(),
-                        .ackBusy = watcher_.ackBusy(),
-                        .checkInFlight = watcher_.checkInFlight(),
-                        .openAtLogin = watcher_.openAtLogin(),
-                        .updaterConfigured = updater_.isConfigured(),
-                        .automaticChecksEnabled = updater_.automaticChecksEnabled(),
-                        .version = bundleVersion(watcher_.system().bundleInfo).value_or(""),
-                        .now = watcher_.system().now()});
-}
-
 void MenuPanel::refresh()
 {
-    view_->setContent(content());
+    view_->setContent(controller_.content());
     fit();
 }
 
-TargetScanner::Situation MenuPanel::targetSituation() const
+void MenuPanel::tellWhetherShown()
 {
-    const QuenchStatus& status = watcher_.status();
-    return {.paused = status.pausedTargets,
-            .swapCritical = status.swapCritical,
-            .stillOverloaded = status.stillOverloaded,
-            .slowActive = status.slowActive,
-            .workSavedOn = watcher_.workSavedOn(),
-            .throttledLabels = watcher_.throttledLabels(),
-            .throttleActive = watcher_.throttleActive()};
+    controller_.setShown(isVisible() && !isMinimized());
 }
 
-void MenuPanel::refreshTargets()
-{
-    scannedStatus_ = watcher_.status();
-    targetScan_.request(targetSituation());
-}
-
-void MenuPanel::setTargetRows(std::vector<TargetRow> rows)
-{
-    if (targetRows_ == rows)
-        return;
-    targetRows_ = std::move(rows);
-    if (isVisible())
-        refresh();
-}
-
-void MenuPanel::perform(MenuAction action)
-{
-    switch (action) {
-        case MenuAction::installAgent:
-            return watcher_.installAgent();
-        case MenuAction::protectOn:
-        case MenuAction::protectOff:
-            return watcher_.setProtect(action == MenuAction::protectOn);
-        case MenuAction::unloadListed:
-            return watcher_.unloadListed();
-        case MenuAction::openAtLoginOn:
-        case MenuAction::openAtLoginOff:
-            return watcher_.setOpenAtLogin(action == MenuAction::openAtLoginOn);
-        case MenuAction::automaticChecksOn:
-        case MenuAction::automaticChecksOff:
-            return updater_.setAutomaticChecksEnabled(action == MenuAction::automaticChecksOn);
-        case MenuAction::liveData:
-            return watcher_.startLiveData();
-        case MenuAction::checkForUpdates:
-        case MenuAction::reportProblem:
-        case MenuAction::uninstall:
-        case MenuAction::quit:
-            return performElsewhere(action);
-    }
-}
-
-void MenuPanel::performElsewhere(MenuAction action)
+void MenuPanel::leave()
 {
     if (role_ == Role::popup)
         close();
-    switch (action) {
-        case MenuAction::checkForUpdates:
-            return updater_.checkForUpdates();
-        case MenuAction::reportProblem:
-            return watcher_.openReportProblem();
-        case MenuAction::uninstall:
-            return watcher_.uninstallQuenchly();
-        default:
-            QCoreApplication::quit();
-    }
 }
 
 void MenuPanel::showWhole()
@@ -261,7 +165,7 @@ void MenuPanel::openAt(QPoint position)
     anchor_ = position;
     if (!isVisible())
         scrollBar_->setValue(0);
-    watcher_.refreshOpenAtLogin();
+    controller_.prepareToOpen();
     refresh();
     setFocus(Qt::PopupFocusReason);
     if (role_ == Role::popup) {
@@ -276,8 +180,13 @@ void MenuPanel::openAt(QPoint position)
 void MenuPanel::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
-    refresh();
-    refreshTargets();
+    tellWhetherShown();
+}
+
+void MenuPanel::hideEvent(QHideEvent* event)
+{
+    QFrame::hideEvent(event);
+    tellWhetherShown();
 }
 
 void MenuPanel::keyPressEvent(QKeyEvent* event)
@@ -321,7 +230,7 @@ void MenuPanel::changeEvent(QEvent* event)
 {
     QFrame::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange)
-        followChange();
+        tellWhetherShown();
     // A help popover belongs to the panel, whatever the system makes of its focus.
     const bool left =
         event->type() == QEvent::ActivationChange && !isActiveWindow() && QApplication::activePopupWidget() == nullptr;

@@ -1,11 +1,6 @@
 #pragma once
 
 #include <QFrame>
-#include <optional>
-#include <vector>
-
-#include "menu_content.h"
-#include "target_scan.h"
 
 class QScrollArea;
 class QScrollBar;
@@ -13,11 +8,10 @@ class QScrollBar;
 namespace quenchly {
 
 class MenuContentView;
-class StateWatcher;
-class Updater;
+class PanelController;
 
-/// The window that opens from the menu bar item. While it is closed it does nothing; it reads the watcher's state when
-/// it opens and on every change after that.
+/// The window that opens from the menu bar item. It shows what the controller decides, tells it what is pressed, and
+/// whether it can be seen: a closed or minimized panel cannot.
 class MenuPanel : public QFrame {
     Q_OBJECT
 
@@ -28,8 +22,8 @@ public:
         ordinary,  ///< there is no item to open it from
     };
 
-    /// `watcher` and `updater` must outlive the panel.
-    MenuPanel(StateWatcher& watcher, Updater& updater, Role role);
+    /// `controller` must outlive the panel, and serves one that can be seen at a time.
+    MenuPanel(PanelController& controller, Role role);
     ~MenuPanel() override;
 
     Role role() const { return role_; }
@@ -44,13 +38,9 @@ public:
     /// Shows the state of now at its whole height, however low the screen is: for a picture.
     void showWhole();
 
-    /// What a scan of the targets found.
-    void setTargetRows(std::vector<TargetRow> rows);
-    /// What a scan of the targets is about.
-    TargetScanner::Situation targetSituation() const;
-
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void changeEvent(QEvent* event) override;
@@ -61,26 +51,18 @@ private:
     void makeScrollBar();
     /// False for a key that does not scroll.
     bool scroll(int key);
-    void followChange();
-    MenuContent content() const;
-    void perform(MenuAction action);
-    /// For actions that show something else; the panel would cover it.
-    void performElsewhere(MenuAction action);
-    void refreshTargets();
+    void tellWhetherShown();
+    void leave();
     void fit();
     void place();
     QRect workArea() const;
 
-    StateWatcher& watcher_;
-    Updater& updater_;
+    PanelController& controller_;
     Role role_;
     MenuContentView* view_;
     QScrollArea* scrollArea_;
     QScrollBar* scrollBar_;
     QPoint anchor_;
-    std::vector<TargetRow> targetRows_;
-    std::optional<QuenchStatus> scannedStatus_;
-    TargetScan targetScan_;
 };
 
 }  // namespace quenchly

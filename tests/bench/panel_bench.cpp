@@ -16,6 +16,7 @@
 #include "menu_content_view.h"
 #include "menu_panel.h"
 #include "meter_bar.h"
+#include "panel_controller.h"
 #include "scratch_home.h"
 #include "sleepers.h"
 #include "state_watcher.h"
@@ -66,7 +67,8 @@ public:
         : sleepers_(processes),
           watcher_(movingSystem(makeSystem(home_.path()), load_)),
           updater_(watcher_.system()),
-          panel_(watcher_, updater_, MenuPanel::Role::popup),
+          controller_(watcher_, updater_),
+          panel_(controller_, MenuPanel::Role::popup),
           table_(watcher_.system().makeProcesses())
     {
     }
@@ -140,7 +142,7 @@ private:
                  bar->repaint();
              }},
             {"whole panel painted", [this] { panel_.repaint(); }},
-            {"target scan", [this] { TargetScanner::rows(*table_, panel_.targetSituation()); }},
+            {"target scan", [this] { TargetScanner::rows(*table_, targetSituation(watcher_)); }},
         };
     }
 
@@ -168,6 +170,7 @@ private:
     double load_ = 0.5;
     StateWatcher watcher_;
     Updater updater_;
+    PanelController controller_;
     MenuPanel panel_;
     std::unique_ptr<ProcessTable> table_;
 };
