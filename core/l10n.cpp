@@ -4,12 +4,7 @@
 #include <array>
 
 #include "l10n_tables.h"
-
-#ifdef __APPLE__
-#include <CoreFoundation/CoreFoundation.h>
-#else
-#include <cstdlib>
-#endif
+#include "preferred_languages.h"
 
 namespace quenchly {
 
@@ -75,41 +70,6 @@ std::optional<std::string> replacement(char placeholder, const Argument* argumen
     return std::nullopt;
 }
 
-#ifdef __APPLE__
-
-/// A language tag; empty when it is longer than any that we know.
-std::string utf8(CFStringRef tag)
-{
-    std::array<char, 256> buffer{};
-    if (!CFStringGetCString(tag, buffer.data(), static_cast<CFIndex>(buffer.size()), kCFStringEncodingUTF8))
-        return {};
-    return buffer.data();
-}
-
-#else
-
-std::string environmentValue(const char* name)
-{
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
-/// The locale that decides the language of messages; empty when none is set.
-std::string messagesLocale()
-{
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
-        if (std::string value = environmentValue(name); !value.empty())
-            return value;
-    return {};
-}
-
-bool isUntranslated(std::string_view locale)
-{
-    return locale.empty() || locale == "C" || locale == "POSIX" || locale.starts_with("C.");
-}
-
-#endif
-
 }  // namespace
 
 std::optional<AppLanguage> languageForTag(std::string_view tag)
@@ -135,44 +95,6 @@ AppLanguage languageForPreferences(std::span<const std::string> preferredLanguag
             return *language;
     return AppLanguage::en;
 }
-
-#ifdef __APPLE__
-
-std::vector<std::string> preferredLanguages()
-{
-    std::vector<std::string> languages;
-    const CFArrayRef tags = CFLocaleCopyPreferredLanguages();
-    if (tags == nullptr)
-        return languages;
-    const CFIndex count = CFArrayGetCount(tags);
-    for (CFIndex i = 0; i < count; ++i)
-        languages.push_back(utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(tags, i))));
-    CFRelease(tags);
-    return languages;
-}
-
-#else
-
-std::vector<std::string> preferredLanguages()
-{
-    std::vector<std::string> languages;
-    const std::string locale = messagesLocale();
-    // An untranslated locale switches LANGUAGE off, as it does for gettext.
-    if (!isUntranslated(locale)) {
-        const std::string list = environmentValue("LANGUAGE");
-        for (std::size_t start = 0; start < list.size();) {
-            const std::size_t end = std::min(list.find(':', start), list.size());
-            if (end > start)
-                languages.push_back(list.substr(start, end - start));
-            start = end + 1;
-        }
-    }
-    if (!locale.empty())
-        languages.push_back(locale);
-    return languages;
-}
-
-#endif
 
 AppLanguage language()
 {

@@ -46,11 +46,7 @@ std::optional<AppLanguage> languageForCode(std::string_view code);
 /// The first language of ours in a user's list of preferred languages; English when there is none.
 AppLanguage languageForPreferences(std::span<const std::string> preferredLanguages);
 
-/// The system's preferred languages, most preferred first. On Linux they come from LANGUAGE, LC_ALL, LC_MESSAGES and
-/// LANG, in the order and with the exceptions that gettext gives them.
-std::vector<std::string> preferredLanguages();
-
-/// The language in force, found anew on every call.
+/// The language in force, found anew on every call: `testingLanguage`, else by what the system prefers.
 AppLanguage language();
 
 /// The text for a key in the language in force, else in English, else the key itself.

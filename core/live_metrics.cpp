@@ -1,19 +1,7 @@
 #include "live_metrics.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 #include <regex>
-
-#ifdef __APPLE__
-#include <sys/sysctl.h>
-
-#include "chip_label.h"
-#else
-#include <sys/sysinfo.h>
-#endif
 
 #include "decimal_number.h"
 #include "help_copy.h"
@@ -22,53 +10,6 @@
 
 namespace quenchly {
 namespace LiveMetricsSampler {
-namespace {
-
-std::optional<double> loadAverage1()
-{
-    std::array<double, 3> averages{};
-    if (getloadavg(averages.data(), static_cast<int>(averages.size())) < 1)
-        return std::nullopt;
-    return averages[0];
-}
-
-#ifdef __APPLE__
-Swap readSwap()
-{
-    return swapFromUsageText(ChipLabel::shell("sysctl -n vm.swapusage 2>/dev/null"));
-}
-#else
-Swap readSwap()
-{
-    struct sysinfo facts {};
-    if (sysinfo(&facts) != 0)
-        return {};
-    const double unitsPerMB = 1024.0 * 1024.0 / static_cast<double>(facts.mem_unit);
-    return swapFromAmounts(static_cast<double>(facts.totalswap) / unitsPerMB,
-                           static_cast<double>(facts.totalswap - facts.freeswap) / unitsPerMB);
-}
-#endif
-
-/// Asking the system costs more than all the rest of a sample, and the answer hardly ever changes.
-std::int64_t processorCount()
-{
-    constexpr unsigned samplesPerAnswer = 60;
-    thread_local unsigned samples = 0;
-    thread_local std::int64_t count = 1;
-    if (samples++ % samplesPerAnswer == 0)
-        count = sysconf(_SC_NPROCESSORS_ONLN);
-    return count;
-}
-
-}  // namespace
-
-std::optional<LastMetrics> sample(bool swapCritical)
-{
-    const auto load1 = loadAverage1();
-    if (!load1)
-        return std::nullopt;
-    return sampleFrom({.load1 = load1, .cpuCount = processorCount(), .swap = readSwap()}, swapCritical);
-}
 
 std::optional<LastMetrics> sampleFrom(const Readings& readings, bool swapCritical)
 {

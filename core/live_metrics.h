@@ -6,7 +6,7 @@
 
 #include "heat_state.h"
 
-/// One live reading of the machine's load and swap.
+/// What one live reading of the machine's load and swap amounts to.
 namespace quenchly::LiveMetricsSampler {
 
 struct Swap {
@@ -23,11 +23,8 @@ struct Readings {
     Swap swap;
 };
 
-/// Reads the machine now; none when the load average cannot be read. `swapCritical` can be raised by the reading and is
-/// never lowered. On macOS a child process is run and waited for.
-std::optional<LastMetrics> sample(bool swapCritical);
-
-/// The sample that the given readings make.
+/// The sample that the given readings make; none without a load. `swapCritical` can be raised by the readings and is
+/// never lowered.
 std::optional<LastMetrics> sampleFrom(const Readings& readings, bool swapCritical);
 
 /// The figures in the text that macOS prints for "vm.swapusage"; none when it does not fit or the total is zero.

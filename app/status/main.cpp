@@ -8,8 +8,9 @@
 #include <system_error>
 #include <thread>
 
+#include "current_instant.h"
 #include "file_reading.h"
-#include "live_metrics.h"
+#include "live_sample.h"
 #include "product.h"
 #include "state_folder.h"
 #include "status_builder.h"
@@ -57,9 +58,7 @@ StateFileResolver::Resolution stateFolder(const StatusOptions& options)
 
 Instant currentTime(const StatusOptions& options)
 {
-    if (options.now)
-        return *options.now;
-    return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
+    return options.now ? *options.now : currentInstant();
 }
 
 QuenchStatus build(const std::optional<HeatState>& state, const StatusOptions& options,

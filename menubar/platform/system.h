@@ -11,8 +11,8 @@
 
 #include "alert.h"
 #include "bundle_info.h"
+#include "heat_state.h"
 #include "instant.h"
-#include "live_metrics.h"
 #include "login_item.h"
 #include "process_table.h"
 #include "running_application.h"

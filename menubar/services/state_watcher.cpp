@@ -3,7 +3,7 @@
 #include <chrono>
 #include <utility>
 
-#include "chip_label.h"
+#include "chip_facts.h"
 #include "command_runner.h"
 #include "json_object.h"
 #include "login_at_launch.h"

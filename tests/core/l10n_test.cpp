@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "l10n_tables.h"
+#include "language_environment.h"
 
 namespace quenchly {
 namespace {
@@ -167,7 +168,7 @@ std::string upTo(const std::string& text, std::string_view mark)
     return text.substr(0, text.find(mark));
 }
 
-class L10nLookup : public testing::Test {
+class L10nLookup : public ::testing::Test {
 protected:
     void TearDown() override { L10n::testingLanguage.reset(); }
 };
@@ -529,86 +530,32 @@ TEST(L10nHelp, EnglishUpdateParagraphsReadAsAgreed)
 
 #ifndef __APPLE__
 
-class L10nEnvironment : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        for (const char* name : names) {
-            const char* value = std::getenv(name);
-            saved.emplace_back(name, value == nullptr ? std::nullopt : std::optional<std::string>(value));
-            unsetenv(name);
-        }
-    }
+class L10nEnvironment : public testing::LanguageEnvironment {};
 
-    void TearDown() override
-    {
-        for (const auto& [name, value] : saved) {
-            if (value)
-                setenv(name, value->c_str(), 1);
-            else
-                unsetenv(name);
-        }
-    }
-
-    static Tags preferences(const std::vector<std::pair<const char*, const char*>>& variables)
-    {
-        for (const char* name : names)
-            unsetenv(name);
-        for (const auto& [name, value] : variables)
-            setenv(name, value, 1);
-        return L10n::preferredLanguages();
-    }
-
-private:
-    static constexpr std::array names{"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
-    std::vector<std::pair<const char*, std::optional<std::string>>> saved;
-};
-
-TEST_F(L10nEnvironment, NothingSetGivesNoPreferencesAndEnglish)
+TEST_F(L10nEnvironment, TheSystemsFirstLanguageOfOursIsInForce)
 {
-    EXPECT_EQ(preferences({}), Tags{});
+    set({});
     EXPECT_EQ(L10n::language(), AppLanguage::en);
-}
-
-TEST_F(L10nEnvironment, TheFirstNonEmptyLocaleVariableCounts)
-{
-    EXPECT_EQ(preferences({{"LANG", "ko_KR.UTF-8"}}), Tags{"ko_KR.UTF-8"});
-    EXPECT_EQ(preferences({{"LANG", "ko_KR.UTF-8"}, {"LC_MESSAGES", "ja_JP.UTF-8"}}), Tags{"ja_JP.UTF-8"});
-    EXPECT_EQ(preferences({{"LANG", "ko_KR"}, {"LC_MESSAGES", "ja_JP"}, {"LC_ALL", "zh_TW"}}), Tags{"zh_TW"});
-    EXPECT_EQ(preferences({{"LANG", "ko_KR"}, {"LC_MESSAGES", ""}, {"LC_ALL", ""}}), Tags{"ko_KR"});
-}
-
-TEST_F(L10nEnvironment, LanguageListComesBeforeTheLocale)
-{
-    EXPECT_EQ(preferences({{"LANGUAGE", "fr:ja"}, {"LANG", "ko_KR.UTF-8"}}), (Tags{"fr", "ja", "ko_KR.UTF-8"}));
+    set({{"LANGUAGE", "fr:ja"}, {"LANG", "ko_KR.UTF-8"}});
     EXPECT_EQ(L10n::language(), AppLanguage::ja);
 }
 
-TEST_F(L10nEnvironment, EmptyPiecesOfTheLanguageListAreDropped)
-{
-    EXPECT_EQ(preferences({{"LANGUAGE", ":fr::zh_TW:"}, {"LANG", "en_US"}}), (Tags{"fr", "zh_TW", "en_US"}));
-    EXPECT_EQ(preferences({{"LANGUAGE", "::"}, {"LANG", "en_US"}}), Tags{"en_US"});
-    EXPECT_EQ(preferences({{"LANGUAGE", ""}, {"LANG", "en_US"}}), Tags{"en_US"});
-}
-
-TEST_F(L10nEnvironment, UntranslatedLocalesSwitchTheLanguageListOff)
+TEST_F(L10nEnvironment, AnUntranslatedLocaleMeansEnglish)
 {
     for (const char* locale : {"C", "POSIX", "C.UTF-8", "C.utf8"}) {
-        EXPECT_EQ(preferences({{"LANGUAGE", "ja"}, {"LANG", locale}}), Tags{locale});
+        set({{"LANGUAGE", "ja"}, {"LANG", locale}});
         EXPECT_EQ(L10n::language(), AppLanguage::en);
     }
-    EXPECT_EQ(preferences({{"LANGUAGE", "ja"}}), Tags{});
-    EXPECT_EQ(preferences({{"LANGUAGE", "ja"}, {"LANG", "ko_KR"}, {"LC_ALL", "C"}}), Tags{"C"});
 }
 
 TEST_F(L10nEnvironment, ChangesTakeEffectAtTheNextLookup)
 {
-    preferences({{"LANG", "ja_JP.UTF-8"}});
+    set({{"LANG", "ja_JP.UTF-8"}});
     EXPECT_EQ(L10n::t("off"), "オフ");
-    preferences({{"LANG", "fil_PH.UTF-8"}});
+    set({{"LANG", "fil_PH.UTF-8"}});
     EXPECT_EQ(L10n::language(), AppLanguage::tl);
     EXPECT_EQ(L10n::tf("set_aside_heading", {std::int64_t{4}}), "ITABI (4)");
-    preferences({{"LANG", "fr_FR.UTF-8"}});
+    set({{"LANG", "fr_FR.UTF-8"}});
     EXPECT_EQ(L10n::t("off"), "Off");
 }
 

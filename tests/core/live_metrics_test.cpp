@@ -182,20 +182,6 @@ TEST(LiveMetrics, CriticalSwapIsRaisedByTheReadingAndNeverLowered)
             << row.pct.value_or(-1) << row.given;
 }
 
-TEST(LiveMetrics, ThisMachineCanBeSampled)
-{
-    const auto metrics = sample(true);
-    ASSERT_TRUE(metrics);
-    EXPECT_GE(metrics->load1, 0);
-    EXPECT_GE(metrics->cpuCount, 1);
-    EXPECT_LE(metrics->cpuLoadPct, 100);
-    EXPECT_TRUE(metrics->swapCritical);
-    EXPECT_EQ(metrics->swapPct.has_value(), metrics->swapUsedMB.has_value());
-    EXPECT_EQ(metrics->menubarLine,
-              metricsLine(
-                  {.cpuLoadPct = metrics->cpuLoadPct, .swapPct = metrics->swapPct, .swapUsedMB = metrics->swapUsedMB}));
-}
-
 class LiveStatus : public ::testing::Test {
 protected:
     QuenchStatus status{.icon = QuenchIcon::protect,

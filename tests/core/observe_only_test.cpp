@@ -165,8 +165,7 @@ TEST_F(Installation, AFileThatCannotBeReadIsAnsweredWithNo)
         {"a file of 100 MB",
          [&](const fs::path& at, const char* content) { scratch.writeSparse(at, content, 100'000'000); }, true},
         {"a file followed by zeros",
-         [&](const fs::path& at, const char* content) { scratch.writeSparse(at, content, maxStateFileBytes + 1); },
-         true},
+         [&](const fs::path& at, const char* content) { scratch.writeSparse(at, content, maxFileBytes + 1); }, true},
     };
     for (const Fault& fault : faults) {
         fs::remove_all(scratch / "home");

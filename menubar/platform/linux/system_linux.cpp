@@ -3,8 +3,10 @@
 
 #include "application_item_linux.h"
 #include "confined_home.h"
+#include "current_instant.h"
 #include "detached_process.h"
 #include "hardware_model_linux.h"
+#include "live_sample.h"
 #include "pasteboard.h"
 #include "product.h"
 #include "run_later.h"
@@ -85,7 +87,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.applicationItem = applicationItem(executable, system.environment);
     system.bundleInfo = {{"CFBundleShortVersionString", version}};
     system.launchctl = "/bin/launchctl";
-    system.now = [] { return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now()); };
+    system.now = currentInstant;
     system.sampleMetrics = LiveMetricsSampler::sample;
     system.processes = makeProcessTable();
     system.makeProcesses = makeProcessTable;

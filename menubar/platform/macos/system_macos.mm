@@ -1,11 +1,12 @@
 #import <AppKit/AppKit.h>
 
-#include <chrono>
 #include <system_error>
 
 #include "child_process.h"
 #include "cocoa_support.h"
 #include "confined_home.h"
+#include "current_instant.h"
+#include "live_sample.h"
 #include "log_line.h"
 #include "pasteboard.h"
 #include "run_later.h"
@@ -51,11 +52,6 @@ std::map<std::string, std::string> textsOfMainBundle()
     }
 }
 
-Instant systemNow()
-{
-    return std::chrono::time_point_cast<Instant::duration>(std::chrono::system_clock::now());
-}
-
 bool openWithDefaultHandler(const std::string& address)
 {
     @autoreleasepool {
@@ -87,8 +83,8 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
         .applicationItem = applicationItem(executable),
         .bundleInfo = textsOfMainBundle(),
         .launchctl = "/bin/launchctl",
-        .now = systemNow,
-        .sampleMetrics = [](bool swapCritical) { return LiveMetricsSampler::sample(swapCritical); },
+        .now = currentInstant,
+        .sampleMetrics = LiveMetricsSampler::sample,
         .processes = makeProcessTable(),
         .makeProcesses = makeProcessTable,
         .loginItem = homeFolder ? makeLoginItemOfThisRun() : makeLoginItem({.executable = executable}),

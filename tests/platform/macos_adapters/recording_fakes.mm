@@ -7,7 +7,7 @@
 #include <cstring>
 #include <utility>
 
-#include "live_metrics.h"
+#include "live_sample.h"
 #include "run_later.h"
 
 std::vector<std::string> recordedCalls;

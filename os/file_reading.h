@@ -22,21 +22,21 @@ struct FileStamp {
 /// The stamp of what lies at `path`, links followed; none when there is nothing.
 std::optional<FileStamp> fileStamp(const std::filesystem::path& path) noexcept;
 
-/// The outcome of reading a small file that another program writes.
+/// The outcome of reading a small file.
 struct FileReading {
     enum class Outcome {
         read,
         missing,     ///< nothing exists at the path (a link to nothing counts as nothing)
         unreadable,  ///< something exists that cannot be read as a file: no permission, a folder, a FIFO, a device
-        tooLarge,    ///< a file of more than `maxStateFileBytes`
+        tooLarge,    ///< a file of more than `maxFileBytes`
     };
     Outcome outcome = Outcome::missing;
     std::string bytes;  ///< empty unless read
     FileStamp stamp;    ///< taken before the first byte was read; only when read or too large
 };
 
-/// No file of the checker comes near this; reading more every second would weigh on the machine.
-inline constexpr std::size_t maxStateFileBytes = std::size_t{2} * 1024 * 1024;
+/// None of the files that are read comes near this; reading more every second would weigh on the machine.
+inline constexpr std::size_t maxFileBytes = std::size_t{2} * 1024 * 1024;
 
 /// Reads the whole file at `path`. Never blocks on a FIFO or device, never throws.
 FileReading readFile(const std::filesystem::path& path);

@@ -8,29 +8,24 @@
 #include <cerrno>
 
 #include "descriptor.h"
+#include "stat_times.h"
 
 namespace quenchly {
 namespace {
 
-std::int64_t nanoseconds(const timespec& time)
+std::int64_t nanoseconds(const std::timespec& time)
 {
     return static_cast<std::int64_t>(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
 }
 
 FileStamp stampOf(const struct stat& facts)
 {
-#ifdef __APPLE__
-    const timespec& modified = facts.st_mtimespec;
-    const timespec& changed = facts.st_ctimespec;
-#else
-    const timespec& modified = facts.st_mtim;
-    const timespec& changed = facts.st_ctim;
-#endif
+    const StatTimes times = timesOf(facts);
     return {.device = static_cast<std::uint64_t>(facts.st_dev),
             .inode = static_cast<std::uint64_t>(facts.st_ino),
             .size = static_cast<std::int64_t>(facts.st_size),
-            .modifiedAt = nanoseconds(modified),
-            .changedAt = nanoseconds(changed)};
+            .modifiedAt = nanoseconds(times.modified),
+            .changedAt = nanoseconds(times.changed)};
 }
 
 ssize_t readRetrying(int fd, char* to, std::size_t count)
@@ -47,19 +42,19 @@ FileReading readToEnd(int fd, std::size_t expected)
     using Outcome = FileReading::Outcome;
     std::string bytes;
     std::size_t size = 0;
-    std::size_t capacity = std::min(expected, maxStateFileBytes) + 1;  // one more, so that the end is seen at once
+    std::size_t capacity = std::min(expected, maxFileBytes) + 1;  // one more, so that the end is seen at once
     for (;;) {
         bytes.resize(capacity);
         const ssize_t got = readRetrying(fd, bytes.data() + size, capacity - size);
         if (got < 0)
             return {Outcome::unreadable, {}, {}};
         size += static_cast<std::size_t>(got);
-        if (size > maxStateFileBytes)
+        if (size > maxFileBytes)
             return {Outcome::tooLarge, {}, {}};
         if (got == 0)
             break;
         if (size == capacity)
-            capacity = std::min(capacity * 2, maxStateFileBytes + 1);
+            capacity = std::min(capacity * 2, maxFileBytes + 1);
     }
     bytes.resize(size);
     return {Outcome::read, std::move(bytes), {}};
@@ -84,7 +79,7 @@ FileReading readFile(const std::filesystem::path& path)
     struct stat facts {};
     if (fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode))
         return {Outcome::unreadable, {}, {}};
-    FileReading reading = facts.st_size > static_cast<off_t>(maxStateFileBytes)
+    FileReading reading = facts.st_size > static_cast<off_t>(maxFileBytes)
                               ? FileReading{Outcome::tooLarge, {}, {}}
                               : readToEnd(file.number(), static_cast<std::size_t>(facts.st_size));
     reading.stamp = stampOf(facts);

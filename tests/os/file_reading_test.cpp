@@ -110,11 +110,11 @@ TEST(FileReading, AFileInAFolderThatMayNotBeEnteredCountsAsMissing)
 TEST(FileReading, AFileAtTheLimitIsReadAndOneByteMoreIsTooLarge)
 {
     const ScratchFolder scratch;
-    const FileReading atLimit = readFile(scratch.writeSparse("limit", "start", maxStateFileBytes));
+    const FileReading atLimit = readFile(scratch.writeSparse("limit", "start", maxFileBytes));
     EXPECT_EQ(atLimit.outcome, Outcome::read);
-    EXPECT_EQ(atLimit.bytes.size(), maxStateFileBytes);
+    EXPECT_EQ(atLimit.bytes.size(), maxFileBytes);
     EXPECT_TRUE(atLimit.bytes.starts_with("start"));
-    expectNothingRead(scratch.writeSparse("beyond", "start", maxStateFileBytes + 1), Outcome::tooLarge);
+    expectNothingRead(scratch.writeSparse("beyond", "start", maxFileBytes + 1), Outcome::tooLarge);
     expectNothingRead(scratch.writeSparse("huge", "{}", 100'000'000), Outcome::tooLarge);
 }
 
@@ -132,7 +132,7 @@ TEST(FileReading, NoDescriptorStaysOpenWhateverTheOutcome)
 {
     const ScratchFolder scratch;
     const fs::path paths[] = {scratch.write("file", "x"), scratch / "absent", scratch.makeFolder("folder"),
-                              scratch.makeFifo("fifo"), scratch.writeSparse("huge", "", maxStateFileBytes + 1)};
+                              scratch.makeFifo("fifo"), scratch.writeSparse("huge", "", maxFileBytes + 1)};
     const auto openDescriptors = [] {
         return std::distance(fs::directory_iterator("/dev/fd"), fs::directory_iterator());
     };

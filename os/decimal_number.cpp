@@ -2,7 +2,7 @@
 
 #include <locale.h>
 #include <stdlib.h>
-#ifdef __APPLE__
+#if __has_include(<xlocale.h>)
 #include <xlocale.h>
 #endif
 
