@@ -5,10 +5,14 @@
 #include <string>
 #include <utility>
 
-#include "memory_relief.h"
+#include "help_copy.h"
+#include "metrics_json.h"
+#include "relative_time.h"
 
 namespace quenchly::demo {
 namespace {
+
+using RelativeTime::isoText;
 
 constexpr int hotLoadPercent = 90;
 
@@ -46,23 +50,23 @@ void judge(Json& state, bool hot, const std::string& time)
 
 }  // namespace
 
-Json checkedState(Json previous, const MachineSample& sample, Instant now)
+Json checkedState(Json previous, const LastMetrics& metrics, Instant now)
 {
     Json state = std::move(previous);
     const std::string time = isoText(now);
     state["lastCheck"] = time;
-    judge(state, loadPercent(sample) >= hotLoadPercent, time);
+    judge(state, metrics.cpuLoadPct >= hotLoadPercent, time);
     state.emplace("paused", Json::array());
     state.emplace("quarantined", Json::array());
     state.emplace("slowActive", false);
-    state["lastMetrics"] = metrics(sample);
+    state["lastMetrics"] = metricsJson(metrics);
     state["updatedAt"] = time;
     // They told of the sample before.
     state.erase("story");
     state.erase("spectrumClass");
     state.erase("memoryReliefTip");
-    if (isSwapCritical(sample) && isEasing(state))
-        state["memoryReliefTip"] = memoryReliefTip;
+    if (metrics.swapCritical && isEasing(state))
+        state["memoryReliefTip"] = MemoryReliefCopy::tip();
     return state;
 }
 

@@ -12,16 +12,20 @@
 #include <system_error>
 
 #include "check.h"
+#include "current_instant.h"
 #include "file_changes.h"
+#include "file_reading.h"
 #include "launch_agent.h"
-#include "machine_sample.h"
+#include "live_sample.h"
+#include "relative_time.h"
 #include "scenarios.h"
 #include "serve.h"
 #include "state_files.h"
-#include "timestamp.h"
 
 namespace quenchly::demo {
 namespace {
+
+using RelativeTime::isoText;
 
 constexpr int failed = 1;
 constexpr int misused = 2;
@@ -43,7 +47,7 @@ Outcome applied(const FileChanges& changes)
 
 Outcome check(const Invocation& invocation)
 {
-    const std::optional<MachineSample> sample = sampleMachine();
+    const std::optional<LastMetrics> sample = LiveMetricsSampler::sample(false);
     if (!sample)
         return {.status = failed, .text = "cannot read the load average"};
     const std::filesystem::path path = StateFiles(invocation.dataHome).heatState();
@@ -171,24 +175,18 @@ Outcome beginTour(const Invocation& invocation)
     return applied(*changes);
 }
 
-bool isThere(const std::filesystem::path& path)
-{
-    std::error_code ignored;
-    return std::filesystem::exists(path, ignored);
-}
-
 Outcome refresh(const Invocation& invocation)
 {
     const std::filesystem::path path = StateFiles(invocation.dataHome).heatState();
     const std::optional<Json> state = readObject(path);
-    if (!state || !isThere(launchAgentPath(invocation.launchAgents)))
+    if (!state || !fileExists(launchAgentPath(invocation.launchAgents)))
         return {};
     return applied({.writes = {storing(renewedState(*state, invocation.now), path)}});
 }
 
 Outcome goOnWithTour(const Invocation& invocation)
 {
-    if (isThere(StateFiles(invocation.dataHome).tour()))
+    if (fileExists(StateFiles(invocation.dataHome).tour()))
         return playScenario(invocation);
     Outcome outcome = refresh(invocation);
     if (outcome.status == 0)

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <random>
 
+#include "current_instant.h"
+
 namespace quenchly::demo {
 namespace {
 

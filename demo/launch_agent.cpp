@@ -1,11 +1,13 @@
 #include "launch_agent.h"
 
 #include "markup.h"
+#include "observe_only.h"
 
 namespace quenchly::demo {
+
 std::filesystem::path launchAgentPath(const std::filesystem::path& launchAgents)
 {
-    return launchAgents / "com.brindlemoor.quenchly.plist";
+    return launchAgents / ObserveOnly::agentPlistName;
 }
 
 FileWrite launchAgent(const std::filesystem::path& launchAgents, const std::string& tool,
@@ -16,7 +18,8 @@ FileWrite launchAgent(const std::filesystem::path& launchAgents, const std::stri
 <plist version="1.0">
 <dict>
     <key>Label</key>
-    <string>com.brindlemoor.quenchly</string>
+    <string>)" + std::string(ObserveOnly::agentLabel) +
+                       R"(</string>
     <key>ProgramArguments</key>
     <array>
         <string>)" + escaped(tool) +

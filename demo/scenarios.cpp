@@ -5,15 +5,18 @@
 #include <chrono>
 #include <iterator>
 
+#include "help_copy.h"
 #include "launch_agent.h"
-#include "machine_sample.h"
-#include "memory_relief.h"
+#include "live_metrics.h"
+#include "metrics_json.h"
+#include "relative_time.h"
 #include "state_files.h"
 
 namespace quenchly::demo {
 namespace {
 
 using namespace std::chrono_literals;
+using RelativeTime::isoText;
 
 /// What the checker and the launch agent have left on the machine in one situation.
 struct Scene {
@@ -27,7 +30,8 @@ struct Scene {
 /// A machine of eight processors and 4 GB of swap.
 Json metricsOf(double load1, double swapUsedMB)
 {
-    return metrics({.load1 = load1, .cpuCount = 8, .swap = SwapUsage{.usedMB = swapUsedMB, .totalMB = 4096}});
+    const auto swap = LiveMetricsSampler::swapFromAmounts(4096, swapUsedMB);
+    return metricsJson(*LiveMetricsSampler::sampleFrom({.load1 = load1, .cpuCount = 8, .swap = swap}, false));
 }
 
 Scene calm(Instant now)
@@ -114,7 +118,7 @@ Scene swapCritical(Instant now)
     scene.heat["hotStreak"] = 8;
     scene.heat["lastCoolAt"] = isoText(now - 8min);
     scene.heat["lastMetrics"] = metricsOf(7.28, 3891);
-    scene.heat["memoryReliefTip"] = memoryReliefTip;
+    scene.heat["memoryReliefTip"] = MemoryReliefCopy::tip();
     return scene;
 }
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "file_changes.h"
-#include "timestamp.h"
+#include "instant.h"
 
 namespace quenchly::demo {
 

@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "dashboard.h"
+#include "file_reading.h"
 #include "http_client.h"
 #include "http_server.h"
 
@@ -55,12 +56,6 @@ Outcome portTaken(std::uint16_t port, const StateFiles& files)
     return {.status = 1, .text = "port " + std::to_string(port) + " is taken by " + holder};
 }
 
-bool isThere(const std::filesystem::path& path)
-{
-    std::error_code ignored;
-    return std::filesystem::exists(path, ignored);
-}
-
 }  // namespace
 
 Outcome serve(const StateFiles& files)
@@ -79,7 +74,7 @@ Outcome serve(const StateFiles& files)
     // A trial's folder goes away with it, and nobody else would end this program.
     bool seen = false;
     const auto folderIsLeft = [&] {
-        const bool left = isThere(files.folder().parent_path());
+        const bool left = fileExists(files.folder().parent_path());
         seen = seen || left;
         return left || !seen;
     };

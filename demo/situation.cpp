@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <chrono>
 
+#include "relative_time.h"
+#include "status_builder.h"
+
 namespace quenchly::demo {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr auto staleAge = 120s;
 
 std::string textAt(const Json& object, const char* key)
 {
@@ -58,14 +59,14 @@ std::string ageText(Instant then, Instant now)
 
 std::string ageOf(const std::string& iso, Instant now)
 {
-    const std::optional<Instant> then = instantFrom(iso);
+    const std::optional<Instant> then = RelativeTime::date(iso);
     return then ? ageText(*then, now) : iso;
 }
 
 bool isStale(const std::string& lastCheck, Instant now)
 {
-    const std::optional<Instant> then = instantFrom(lastCheck);
-    return !then || now - *then > staleAge;
+    const std::optional<Instant> then = RelativeTime::date(lastCheck);
+    return !then || secondsBetween(*then, now) > QuenchStatusBuilder::staleAfterSeconds;
 }
 
 std::vector<SituationEntry> heldTargets(const Json& heat)

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "instant.h"
 #include "state_files.h"
-#include "timestamp.h"
 
 namespace quenchly::demo {
 

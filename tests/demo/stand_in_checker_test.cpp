@@ -949,6 +949,16 @@ TEST_F(StandInChecker, SwapCriticalIsHeldAtNinetyFivePercent)
     EXPECT_EQ(heat().at("paused").size(), 1U);
 }
 
+TEST_F(StandInChecker, TheTipIsEnglishWhateverLanguageThePersonSpeaks)
+{
+    for (const char* name : {"LANG", "LC_ALL", "LANGUAGE"})
+        variables[name] = "ja_JP.UTF-8";
+    succeed({"scenario", "swap-critical"});
+    EXPECT_EQ(heat().at("memoryReliefTip"),
+              "Extra memory on disk is high while listed AI still has models loaded. Consider Unload listed AI to free "
+              "RAM before swap grows further. This does not quit apps or change Protection settings.");
+}
+
 TEST_F(StandInChecker, SetAsideShowsThreeEntriesOfSeveralAges)
 {
     succeed({"scenario", "set-aside"});

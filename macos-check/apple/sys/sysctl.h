@@ -1,16 +1,7 @@
 #pragma once
 
 #include <stddef.h>
-#include <stdint.h>
 #include <sys/types.h>
-
-struct xsw_usage {
-    uint64_t xsu_total;
-    uint64_t xsu_avail;
-    uint64_t xsu_used;
-    uint32_t xsu_pagesize;
-    int xsu_encrypted;
-};
 
 #ifdef __cplusplus
 extern "C"
