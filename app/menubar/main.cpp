@@ -6,13 +6,13 @@
 #include <system_error>
 
 #include "application_icon.h"
-#include "application_policy.h"
 #include "command_line.h"
 #include "demo_player.h"
 #include "headless.h"
 #include "menu_bar_application.h"
 #include "product.h"
 #include "quit_signals.h"
+#include "running_application.h"
 #include "second_start.h"
 #include "single_instance.h"
 #include "system.h"
@@ -143,6 +143,6 @@ int main(int argc, char** argv)
     QApplication::setDesktopFileName(QStringLiteral("quenchly"));
     QApplication::setQuitOnLastWindowClosed(false);
     setWindowIcon();
-    quenchly::becomeMenuBarApplication();
+    quenchly::makeRunningApplication()->setActivationPolicy(quenchly::ActivationPolicy::accessory);
     return run(line);
 }

@@ -39,8 +39,8 @@ QString plainToolTip(const QString& text)
 {
     if (text.isEmpty())
         return {};
-    return QStringLiteral("<p>%1</p>")
-        .arg(withBreakableWords(text).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+    const QString breakable = QString::fromStdString(withBreakableWords(text.toStdString()));
+    return QStringLiteral("<p>%1</p>").arg(breakable.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
 }
 
 TextLabel::TextLabel(const TextStyle& style, QWidget* parent) : QLabel(parent), style_(style)

@@ -41,7 +41,7 @@ public:
         icon.isNull() ? setIcon(QMessageBox::Information) : setIconPixmap(icon.pixmap(iconSide));
         setWindowTitle(QStringLiteral("Quenchly"));
         setText(QString::fromStdString(alert.title));
-        addText(QString::fromStdString(alert.text));
+        addText(alert.text);
         for (QLabel* label : findChildren<QLabel*>())
             label->setTextFormat(Qt::PlainText);
         embolden(findChild<QLabel*>(QStringLiteral("qt_msgbox_label")));
@@ -56,12 +56,12 @@ public:
     }
 
 private:
-    void addText(const QString& text)
+    void addText(const std::string& text)
     {
-        setInformativeText(withBreakableWords(text));
+        setInformativeText(QString::fromStdString(withBreakableWords(text)));
         if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
             label->setMinimumWidth(std::max(textWidth, label->minimumSizeHint().width()));
-            label->setAccessibleName(text);
+            label->setAccessibleName(QString::fromStdString(text));
         }
     }
 

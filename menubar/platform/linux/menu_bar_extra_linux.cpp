@@ -35,7 +35,7 @@ QIcon iconOf(const std::vector<QImage>& images)
 }
 
 // QSystemTrayIcon's tooltip guesses whether a text is HTML; this one always is.
-QString plainToolTip(const QString& text)
+QString trayToolTip(const QString& text)
 {
     return QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
 }
@@ -151,7 +151,7 @@ void LinuxMenuBarExtra::updateX11Tray()
     if (!x11Icon_)
         return;
     x11Icon_->setIcon(iconOf(content_.images));
-    x11Icon_->setToolTip(plainToolTip(content_.label));
+    x11Icon_->setToolTip(trayToolTip(content_.label));
 }
 
 void LinuxMenuBarExtra::activatedOnX11Tray(QSystemTrayIcon::ActivationReason reason)

@@ -27,7 +27,7 @@ compile()
         -DGNUSTEP_BASE_LIBRARY=1 -DGNU_GUI_LIBRARY=1 -DGNU_RUNTIME=1 -Wall -Wextra -Werror \
         -Wno-missing-field-initializers -Wno-objc-protocol-method-implementation -isystem "$build" -isystem "$root/macos-check/gnustep" \
         -isystem /usr/include/GNUstep -isystem "$gcc_folder/include" -I "$root/os" -I "$root/core" -I "$root/machine" \
-        -I "$root/menubar/platform" \
+        -I "$root/menubar/platform" -I "$root/menubar/platform/common" \
         -I "$root/menubar/platform/macos" -c "$1" -o "$build/$(basename "$1").o"
 }
 
@@ -39,7 +39,7 @@ adapters=$root/menubar/platform/macos
 sources=("$adapters"/{alert,login_item,pasteboard,running_application,second_start,status_item,system,trash}_macos.mm
     "$adapters"/{updater_backend,user_defaults}_macos.mm
     "$adapters"/{process_output,process_table_macos,settings_of_this_run,sysctl_string}.cpp
-    "$root"/menubar/platform/confined_home.cpp "$root"/os/{child_process,user_home}.cpp
+    "$root"/menubar/platform/common/confined_home.cpp "$root"/os/{child_process,user_home}.cpp
     "$root"/core/text.cpp "$root"/machine/current_instant.cpp "$here"/*.mm)
 for source in "${sources[@]}"; do
     compile "$source"

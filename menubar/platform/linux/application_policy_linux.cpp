@@ -1,7 +1,0 @@
-#include "application_policy.h"
-
-namespace quenchly {
-
-void becomeMenuBarApplication() {}
-
-}  // namespace quenchly
