@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "node_runtimes.h"
 #include "system.h"
 
 namespace quenchly {
@@ -25,11 +26,6 @@ struct CLIRunner {
         bool operator==(const Invocation&) const = default;
     };
 
-    struct NodeSearch {
-        std::filesystem::path nearCLI;
-        std::filesystem::path homeFolder;
-    };
-
     std::filesystem::path cli;  ///< a native program or a Node script
     std::filesystem::path dataHome;
     std::filesystem::path homeFolder;
@@ -41,23 +37,16 @@ struct CLIRunner {
     /// search path, in this order. Starts no process.
     static std::optional<std::filesystem::path> locate(const System& system);
 
-    /// Whether a file is there that may be run.
-    static bool isUsable(const std::filesystem::path& file);
-
     /// The runner of the tool that `locate` finds, if it finds one.
     static std::optional<CLIRunner> find(const std::filesystem::path& dataHome, const System& system);
 
     /// Whether the file begins with "#!"; false for one that cannot be read.
     static bool isScriptCLI(const std::filesystem::path& file);
 
-    /// Where a Node runtime for a script may be, the best place first: beside it, in the usual places, in the home
-    /// folder. Versions of nvm come from the last by plain text order, v9 before v22.
-    static std::vector<std::filesystem::path> nodeCandidates(const NodeSearch& search);
-
-    /// The first of these that can be run.
+    /// The first of `nodeCandidates` that can be run.
     static std::optional<std::filesystem::path> locateNode(const NodeSearch& search);
 
-    /// The child's environment. Its PATH names the versions of nvm in the opposite order, the first one first.
+    /// The child's environment. Its PATH names the versions of nvm in the order of `nvmProgramFolders`.
     std::map<std::string, std::string> environment() const;
 
     /// None for a script without a Node runtime.
@@ -70,14 +59,11 @@ struct CLIRunner {
     /// thread only where everything else is to wait, as in the uninstall.
     bool runWaiting(const Arguments& args) const;
 
-    static std::string dashboardAddress(std::uint16_t port);
-
-    /// Whether a dashboard of ours answers on this machine; blocks for at most two seconds. Needs an application
-    /// object. False at once in a QThread that is told to quit.
+    /// Whether a dashboard of ours answers; threads and limits are those of `dashboardAnswers`.
     static bool dashboardLooksHealthy(std::uint16_t port);
 
     /// Opens the dashboard in the browser, after starting it if none answers. Blocks for up to ten seconds; false when
-    /// none answered within eight seconds of starting it. Threads as for the probe above.
+    /// none answered within eight seconds of starting it. Threads as for `dashboardAnswers`.
     bool openDashboard() const;
 };
 

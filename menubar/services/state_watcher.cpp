@@ -5,6 +5,7 @@
 
 #include "chip_facts.h"
 #include "command_runner.h"
+#include "executable_file.h"
 #include "json_object.h"
 #include "login_at_launch.h"
 #include "menu_bar_icon.h"
@@ -95,7 +96,7 @@ void StateWatcher::updateIcon()
 void StateWatcher::refreshCliAvailability()
 {
     // As long as one is there, the places before it need no look.
-    if (!tool_ || !CLIRunner::isUsable(*tool_))
+    if (!tool_ || !isExecutableFile(*tool_))
         tool_ = CLIRunner::locate(system_);
     cliAvailable_ = tool_.has_value();
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "command_runner.h"
+#include "dashboard.h"
 #include "state_watcher.h"
 
 namespace quenchly {
@@ -92,7 +93,7 @@ std::function<bool()> StateWatcher::liveDataTask() const
 {
     if (auto runner = CLIRunner::find(dataHome_, system_))
         return [runner = std::move(*runner)] { return runner.openDashboard(); };
-    return [open = system_.openAddress, address = CLIRunner::dashboardAddress(system_.dashboardPort)] {
+    return [open = system_.openAddress, address = dashboardAddress(system_.dashboardPort)] {
         open(address);
         return false;
     };

@@ -152,7 +152,7 @@ TEST_F(LocateTest, ANodeRuntimeIsLookedForInThisOrder)
                                          nvm / "v20.11.1/bin/node",
                                          nvm / "v18.20.0/bin/node",
                                          world.home() / "local/node24/bin/node"};
-    EXPECT_EQ(CLIRunner::nodeCandidates({.nearCLI = "/tools/quenchly", .homeFolder = world.home()}), expected);
+    EXPECT_EQ(nodeCandidates({.nearCLI = "/tools/quenchly", .homeFolder = world.home()}), expected);
 }
 
 class NodeTest : public LocateTest {

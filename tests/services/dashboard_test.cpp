@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "command_runner.h"
+#include "dashboard.h"
 #include "recorded_tool.h"
 #include "scripted_server.h"
 #include "scripted_system.h"
@@ -210,7 +211,7 @@ TEST(DashboardProbe, FollowsARedirectionOnTheSameServerOnly)
     const ScriptedServer elsewhere = answering(ScriptedServer::response(ours));
     const ScriptedServer here = redirectingTo("/api/status/now");
     EXPECT_TRUE(CLIRunner::dashboardLooksHealthy(here.port()));
-    const ScriptedServer away = redirectingTo(CLIRunner::dashboardAddress(elsewhere.port()) + "/api/status");
+    const ScriptedServer away = redirectingTo(dashboardAddress(elsewhere.port()) + "/api/status");
     EXPECT_FALSE(CLIRunner::dashboardLooksHealthy(away.port()));
     EXPECT_EQ(elsewhere.connections(), 0);
     const ScriptedServer circle = redirectingTo("/api/status");
@@ -258,12 +259,12 @@ protected:
                      .inheritedEnvironment = tool.environment(),
                      .openAddress = world.system().openAddress};
 
-    std::vector<std::string> ourAddress() const { return {CLIRunner::dashboardAddress(runner.dashboardPort)}; }
+    std::vector<std::string> ourAddress() const { return {dashboardAddress(runner.dashboardPort)}; }
 };
 
 TEST_F(OpenDashboardTest, TheAddressIsTheLoopback)
 {
-    EXPECT_EQ(CLIRunner::dashboardAddress(8280), "http://127.0.0.1:8280");
+    EXPECT_EQ(dashboardAddress(8280), "http://127.0.0.1:8280");
 }
 
 TEST_F(OpenDashboardTest, AHealthyDashboardIsOpenedWithoutStartingAnother)

@@ -8,6 +8,7 @@
 
 #include "child_process.h"
 #include "command_runner.h"
+#include "dashboard.h"
 #include "recorded_tool.h"
 #include "scripted_server.h"
 #include "scripted_system.h"
@@ -313,7 +314,7 @@ TEST_F(LiveDataTest, AHealthyDashboardIsOpened)
     const ScriptedServer server(answerAsOurs);
     const StateWatcher watcher(systemWithDashboard(server));
     EXPECT_TRUE(watcher.runLiveData());
-    EXPECT_EQ(world.opened->all(), std::vector<std::string>{CLIRunner::dashboardAddress(server.port())});
+    EXPECT_EQ(world.opened->all(), std::vector<std::string>{dashboardAddress(server.port())});
     EXPECT_FALSE(tool.hasStarted());
 }
 

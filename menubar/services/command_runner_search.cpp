@@ -1,0 +1,68 @@
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <string_view>
+
+#include "command_runner.h"
+#include "executable_file.h"
+#include "working_copy.h"
+
+namespace quenchly {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* toolName = "quenchly";
+
+std::optional<fs::path> findInDevelopmentTree(const fs::path& currentDirectory)
+{
+    const auto script = [](const fs::path& directory) { return directory / "dist/quenchly.mjs"; };
+    const auto tree =
+        nearestDirectory(currentDirectory, [&](const fs::path& d) { return isExecutableFile(script(d)); });
+    return tree ? std::optional(script(*tree)) : std::nullopt;
+}
+
+/// The first hit among the folders of PATH, as the shell would find it; an empty one is the current directory.
+std::optional<fs::path> findOnPath(const System& system)
+{
+    const auto variable = system.environment.find("PATH");
+    if (variable == system.environment.end())
+        return std::nullopt;
+    std::string_view rest = variable->second;
+    while (true) {
+        const auto colon = rest.find(':');
+        fs::path tool = system.currentDirectory / rest.substr(0, colon) / toolName;
+        if (isExecutableFile(tool))
+            return tool;
+        if (colon == std::string_view::npos)
+            return std::nullopt;
+        rest.remove_prefix(colon + 1);
+    }
+}
+
+}  // namespace
+
+std::optional<fs::path> CLIRunner::locate(const System& system)
+{
+    if (const fs::path shipped = system.executableFolder / toolName; isExecutableFile(shipped))
+        return shipped;
+    if (auto script = findInDevelopmentTree(system.currentDirectory))
+        return script;
+    return findOnPath(system);
+}
+
+bool CLIRunner::isScriptCLI(const fs::path& file)
+{
+    std::array<char, 2> start{};
+    std::ifstream(file, std::ios::binary).read(start.data(), start.size());
+    return start == std::array{'#', '!'};
+}
+
+std::optional<fs::path> CLIRunner::locateNode(const NodeSearch& search)
+{
+    const auto candidates = nodeCandidates(search);
+    const auto node = std::ranges::find_if(candidates, isExecutableFile);
+    return node == candidates.end() ? std::nullopt : std::optional(*node);
+}
+
+}  // namespace quenchly
