@@ -86,8 +86,9 @@ MenuPanel& MenuBarApplication::panel()
 
 bool MenuBarApplication::eventFilter(QObject* object, QEvent* event)
 {
-    // Closed in any other way, it still is the active window here.
-    if (event->type() == QEvent::Hide && !static_cast<QWidget*>(object)->isActiveWindow())
+    // A panel that is being closed in another way has lost its focus too, but is hidden already.
+    const auto& window = *static_cast<const QWidget*>(object);
+    if (event->type() == QEvent::ActivationChange && !window.isActiveWindow() && !window.isHidden())
         focusTakingPress_.panelLostFocus(now());
     return QObject::eventFilter(object, event);
 }

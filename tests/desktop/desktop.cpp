@@ -16,7 +16,7 @@
 namespace quenchly::testing {
 namespace {
 
-constexpr int deadline = 120000;  // milliseconds; only ends what hangs
+constexpr int deadline = 8000;  // milliseconds; only ends what hangs
 constexpr int restingTime = 250;   // milliseconds
 constexpr int barHeight = 28;
 constexpr int pixelsAroundIcon = 8;

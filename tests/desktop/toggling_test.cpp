@@ -11,8 +11,8 @@ namespace {
 
 using namespace testing;
 
-constexpr int gaps[] = {20, 60, 120, 240, 260, 500};  // milliseconds
-constexpr int observation = 300;                      // milliseconds
+constexpr int gaps[] = {20, 120, 240, 500};  // milliseconds
+constexpr int observation = 300;             // milliseconds
 
 /// Presses on the item one after another, as quick as a person can and quicker.
 class TogglingTest : public ApplicationOnDesktop {
@@ -77,8 +77,9 @@ TEST_F(TogglingTest, APressSoonAfterEscapeOpensThePanel)
 {
     for (const int gap : gaps) {
         SCOPED_TRACE(gap);
-        openPanel();
-        moveTo(icon);
+        // The pointer stays on the item; coming back to it would bring up the bar's tooltip, which takes a press.
+        click(icon);
+        waitUntilActive();
         press("Escape");
         ASSERT_TRUE(panelCloses());
         QTest::qWait(gap);
