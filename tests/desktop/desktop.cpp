@@ -16,8 +16,8 @@
 namespace quenchly::testing {
 namespace {
 
-constexpr int deadline = 8000;  // milliseconds; only ends what hangs
-constexpr int restingTime = 250;   // milliseconds
+constexpr int deadline = 60000;   // milliseconds; only ends what hangs
+constexpr int restingTime = 250;  // milliseconds
 constexpr int barHeight = 28;
 constexpr int pixelsAroundIcon = 8;
 constexpr int enlargement = 12;
