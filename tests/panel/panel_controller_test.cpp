@@ -28,7 +28,7 @@ constexpr const char* calmState = R"({"lastCheck":"2026-03-01T11:59:30Z"})";
 constexpr const char* overloadState = R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true})";
 constexpr const char* setAsideState = R"({"lastCheck":"2026-03-01T11:59:30Z","quarantined":[)"
                                       R"({"id":"one","cmd":"ollama","quarantinedAt":"2026-03-01T11:00:00Z"},)"
-                                      R"({"id":"two","cmd":"mlx","quarantinedAt":"2026-03-01T11:00:00Z"}]})";
+                                      R"({"id":"two","cmd":"ollama","quarantinedAt":"2026-03-01T11:00:00Z"}]})";
 
 class ScriptedBackend final : public UpdaterBackend {
 public:
@@ -121,10 +121,10 @@ TEST_F(PanelControllerTest, TheContentIsDecidedFromWatcherUpdaterBundleAndClock)
     EXPECT_EQ(controller->content().footer.updates, "");
     EXPECT_TRUE(offers(MenuAction::automaticChecksOff));
     EXPECT_TRUE(offers(MenuAction::openAtLoginOff));
-    world.now += 10min;
-    EXPECT_EQ(controller->content().header.lastCheck, "Checking in a moment.") << "by the clock of now";
     change(overloadState);
     EXPECT_EQ(controller->content().header.headline, "Overload. Watching.");
+    world.now += 10min;
+    EXPECT_EQ(controller->content().header.lastCheck, "Checking in a moment.") << "by the clock of now";
 }
 
 TEST_F(PanelControllerTest, BeforeTheFirstScanTheTargetsHaveTheirNamesOnly)
