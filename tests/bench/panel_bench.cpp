@@ -13,6 +13,7 @@
 #include <memory>
 #include <vector>
 
+#include "live_metrics.h"
 #include "menu_content_view.h"
 #include "menu_panel.h"
 #include "meter_bar.h"

@@ -6,6 +6,7 @@
 #include <QTcpServer>
 #include <QThread>
 
+#include "live_metrics.h"
 #include "menu_bar_content.h"
 #include "relative_time.h"
 #include "status_json.h"
