@@ -18,14 +18,13 @@
 
 #include "l10n_tables.h"
 #include "language_environment.h"
+#include "shown_language.h"
 
 namespace quenchly {
 namespace {
 
+using testing::allLanguages;
 using Tags = std::vector<std::string>;
-
-constexpr std::array allLanguages{AppLanguage::en,     AppLanguage::ja,     AppLanguage::tl,
-                                  AppLanguage::zhHans, AppLanguage::zhHant, AppLanguage::ko};
 
 struct Golden {
     std::string_view key;
@@ -36,40 +35,40 @@ const Golden goldenLabels[] = {
     {"protection_targets",
      {"Ollama, MLX, LM Studio headless, llama.cpp. Never code editors, browsers, or Mail.",
       "Ollama、MLX、LM Studio headless、llama.cpp。コードエディタ、ブラウザ、Mailは対象外。",
-      "Ollama, MLX, LM Studio headless, llama.cpp. Hindi code editors, browsers, o Mail.",
+      "Ollama, MLX, LM Studio headless, llama.cpp. 코드 편집기·브라우저·Mail은 제외.",
       "Ollama、MLX、LM Studio headless、llama.cpp。不会作用于代码编辑器、浏览器或邮件。",
       "Ollama、MLX、LM Studio headless、llama.cpp。不會作用於程式編輯器、瀏覽器或郵件。",
-      "Ollama, MLX, LM Studio headless, llama.cpp. 코드 편집기·브라우저·Mail은 제외."}},
+      "Ollama, MLX, LM Studio headless, llama.cpp. Hindi code editors, browsers, o Mail."}},
     {"check_for_updates",
-     {"Check for Updates...", "アップデートを確認…", "Tingnan ang Updates...", "检查更新…", "檢查更新…",
-      "업데이트 확인…"}},
-    {"uninstall", {"Uninstall…", "アンインストール…", "I-uninstall…", "卸载…", "解除安裝…", "제거…"}},
+     {"Check for Updates...", "アップデートを確認…", "업데이트 확인…", "检查更新…", "檢查更新…",
+      "Tingnan ang Updates..."}},
+    {"uninstall", {"Uninstall…", "アンインストール…", "제거…", "卸载…", "解除安裝…", "I-uninstall…"}},
     {"quit",
-     {"Quit Quenchly", "Quenchlyを終了", "Isara ang Quenchly", "退出 Quenchly", "結束 Quenchly", "Quenchly 종료"}},
+     {"Quit Quenchly", "Quenchlyを終了", "Quenchly 종료", "退出 Quenchly", "結束 Quenchly", "Isara ang Quenchly"}},
     {"start_background_checks",
-     {"Start background checks", "バックグラウンドチェックを開始", "Simulan ang background checks", "启动后台检查",
-      "啟動背景檢查", "백그라운드 검사 시작"}},
+     {"Start background checks", "バックグラウンドチェックを開始", "백그라운드 검사 시작", "启动后台检查",
+      "啟動背景檢查", "Simulan ang background checks"}},
     {"unload_listed_ai",
-     {"Unload listed AI", "対象AIをアンロード", "I-unload ang listed AI", "卸载所列 AI", "卸載所列 AI",
-      "대상 AI 언로드"}},
+     {"Unload listed AI", "対象AIをアンロード", "대상 AI 언로드", "卸载所列 AI", "卸載所列 AI",
+      "I-unload ang listed AI"}},
     {"extra_memory_on_disk",
-     {"extra memory on disk", "ディスク上の追加メモリ", "extra memory sa disk", "磁盘额外内存", "磁碟額外記憶體",
-      "디스크 추가 메모리"}},
+     {"extra memory on disk", "ディスク上の追加メモリ", "디스크 추가 메모리", "磁盘额外内存", "磁碟額外記憶體",
+      "extra memory sa disk"}},
     {"protection_on",
-     {"Protection On", "Protection オン", "Protection On", "Protection 开", "Protection 開", "Protection 켜짐"}},
+     {"Protection On", "Protection オン", "Protection 켜짐", "Protection 开", "Protection 開", "Protection On"}},
     {"retaining_memory_on",
-     {"Retaining memory: On", "メモリ保持: オン", "Retaining memory: On", "保留内存：开", "保留記憶體：開",
-      "메모리 유지: 켜짐"}},
+     {"Retaining memory: On", "メモリ保持: オン", "메모리 유지: 켜짐", "保留内存：开", "保留記憶體：開",
+      "Retaining memory: On"}},
     {"cadence_quiet",
-     {"Checks about every minute", "約1分ごとにチェック", "Tungkol sa bawat minuto ang checks", "大约每分钟检查一次",
-      "大約每分鐘檢查一次", "약 1분마다 검사"}},
-    {"set_aside_heading", {"SET ASIDE (%d)", "除外 (%d)", "ITABI (%d)", "暂存 (%d)", "暫存 (%d)", "제외 (%d)"}},
-    {"acknowledging", {"Acknowledging…", "了解処理中…", "Tina-acknowledge…", "正在确认…", "正在確認…", "확인 중…"}},
+     {"Checks about every minute", "約1分ごとにチェック", "약 1분마다 검사", "大约每分钟检查一次", "大約每分鐘檢查一次",
+      "Tungkol sa bawat minuto ang checks"}},
+    {"set_aside_heading", {"SET ASIDE (%d)", "除外 (%d)", "제외 (%d)", "暂存 (%d)", "暫存 (%d)", "ITABI (%d)"}},
+    {"acknowledging", {"Acknowledging…", "了解処理中…", "확인 중…", "正在确认…", "正在確認…", "Tina-acknowledge…"}},
     {"clear_all_n",
-     {"Clear all (%d)", "すべて解除 (%d)", "I-clear lahat (%d)", "全部清除 (%d)", "全部清除 (%d)", "모두 해제 (%d)"}},
+     {"Clear all (%d)", "すべて解除 (%d)", "모두 해제 (%d)", "全部清除 (%d)", "全部清除 (%d)", "I-clear lahat (%d)"}},
     {"auto_updates_off",
-     {"Auto updates: Off", "自動アップデート確認: オフ", "Auto updates: Off", "自动检查更新：关", "自動檢查更新：關",
-      "자동 업데이트 확인: 꺼짐"}},
+     {"Auto updates: Off", "自動アップデート確認: オフ", "자동 업데이트 확인: 꺼짐", "自动检查更新：关",
+      "自動檢查更新：關", "Auto updates: Off"}},
 };
 
 const std::set<std::string_view> sameAsEnglishInFilipino{"live_data",
@@ -168,17 +167,26 @@ std::string upTo(const std::string& text, std::string_view mark)
     return text.substr(0, text.find(mark));
 }
 
-class L10nLookup : public ::testing::Test {
-protected:
-    void TearDown() override { L10n::testingLanguage.reset(); }
-};
+using L10nLookup = testing::InEnglish;
 
-TEST(AppLanguage, RawValuesAreTheCaseNames)
+TEST(AppLanguage, EachHasItsRawValueAndItsLocale)
 {
-    const std::array<std::string_view, 6> raw{"en", "ja", "tl", "zhHans", "zhHant", "ko"};
-    for (std::size_t i = 0; i < raw.size(); ++i) {
-        EXPECT_EQ(rawValue(allLanguages[i]), raw[i]);
-        EXPECT_EQ(fromRawValue<AppLanguage>(raw[i]), allLanguages[i]);
+    const struct {
+        AppLanguage language;
+        std::string_view rawText;
+        std::string_view locale;
+    } rows[] = {
+        {AppLanguage::en, "en", "en"},
+        {AppLanguage::ja, "ja", "ja"},
+        {AppLanguage::tl, "tl", "fil"},
+        {AppLanguage::zhHans, "zhHans", "zh-Hans"},
+        {AppLanguage::zhHant, "zhHant", "zh-Hant"},
+        {AppLanguage::ko, "ko", "ko"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(rawValue(row.language), row.rawText);
+        EXPECT_EQ(fromRawValue<AppLanguage>(row.rawText), row.language) << row.rawText;
+        EXPECT_EQ(localeIdentifier(row.language), row.locale) << row.rawText;
     }
 }
 
@@ -186,13 +194,6 @@ TEST(AppLanguage, NothingElseIsARawValue)
 {
     for (const std::string_view text : {"", "zh-Hans", "zh-Hant", "zh", "fil", "EN", "en ", "fr"})
         EXPECT_EQ(fromRawValue<AppLanguage>(text), std::nullopt) << text;
-}
-
-TEST(AppLanguage, LocaleIdentifiers)
-{
-    const std::array<std::string_view, 6> identifiers{"en", "ja", "fil", "zh-Hans", "zh-Hant", "ko"};
-    for (std::size_t i = 0; i < identifiers.size(); ++i)
-        EXPECT_EQ(localeIdentifier(allLanguages[i]), identifiers[i]);
 }
 
 TEST(L10n, TagsGiveTheirLanguage)
@@ -236,31 +237,17 @@ TEST(L10n, TagsThatOnlyBeginLikeJapaneseOrKoreanCountAsThem)
     EXPECT_EQ(L10n::languageForTag("kok-IN"), AppLanguage::ko);
 }
 
-TEST(L10n, FrenchThenJapaneseGivesJapanese)
+TEST(L10n, TheFirstOfOurLanguagesWinsAndWithoutOneItIsEnglish)
 {
-    EXPECT_EQ(L10n::languageForPreferences(Tags{"fr-FR", "ja-JP"}), AppLanguage::ja);
-}
-
-TEST(L10n, GermanThenKoreanGivesKorean)
-{
-    EXPECT_EQ(L10n::languageForPreferences(Tags{"de-DE", "ko-KR"}), AppLanguage::ko);
-}
-
-TEST(L10n, TheFirstOfOurLanguagesWins)
-{
-    EXPECT_EQ(L10n::languageForPreferences(Tags{"zh_TW", "en-US", "ja-JP"}), AppLanguage::zhHant);
-    EXPECT_EQ(L10n::languageForPreferences(Tags{"en-US", "ja-JP"}), AppLanguage::en);
-}
-
-TEST(L10n, NoneOfOurLanguagesGivesEnglish)
-{
-    EXPECT_EQ(L10n::languageForPreferences(Tags{"fr-FR"}), AppLanguage::en);
-    EXPECT_EQ(L10n::languageForPreferences(Tags{"de-DE", "fr-FR"}), AppLanguage::en);
-}
-
-TEST(L10n, NoPreferencesGiveEnglish)
-{
-    EXPECT_EQ(L10n::languageForPreferences({}), AppLanguage::en);
+    const std::pair<Tags, AppLanguage> rows[] = {
+        {{"fr-FR", "ja-JP"}, AppLanguage::ja},
+        {{"zh_TW", "en-US", "ja-JP"}, AppLanguage::zhHant},
+        {{"en-US", "ja-JP"}, AppLanguage::en},
+        {{"de-DE", "fr-FR"}, AppLanguage::en},
+        {{}, AppLanguage::en},
+    };
+    for (const auto& [preferences, language] : rows)
+        EXPECT_EQ(L10n::languageForPreferences(preferences), language) << ::testing::PrintToString(preferences);
 }
 
 TEST_F(L10nLookup, TestingLanguageOverridesTheSystem)
@@ -283,7 +270,6 @@ TEST_F(L10nLookup, UnknownKeyComesBackAsItself)
 
 TEST_F(L10nLookup, CountsGoIntoTheirPlaceholder)
 {
-    L10n::testingLanguage = AppLanguage::en;
     EXPECT_EQ(L10n::tf("set_aside_heading", {std::int64_t{3}}), "SET ASIDE (3)");
     EXPECT_EQ(L10n::tf("clear_all_n", {std::int64_t{12}}), "Clear all (12)");
     L10n::testingLanguage = AppLanguage::tl;
@@ -294,7 +280,6 @@ TEST_F(L10nLookup, CountsGoIntoTheirPlaceholder)
 
 TEST_F(L10nLookup, NumbersAreUngroupedDecimals)
 {
-    L10n::testingLanguage = AppLanguage::en;
     EXPECT_EQ(L10n::tf("%d", {std::int64_t{1234567}}), "1234567");
     EXPECT_EQ(L10n::tf("%d", {std::int64_t{-5}}), "-5");
     EXPECT_EQ(L10n::tf("%d", {std::numeric_limits<std::int64_t>::min()}), "-9223372036854775808");
@@ -302,14 +287,12 @@ TEST_F(L10nLookup, NumbersAreUngroupedDecimals)
 
 TEST_F(L10nLookup, WithoutArgumentsTheFormatStaysAsItIs)
 {
-    L10n::testingLanguage = AppLanguage::en;
     EXPECT_EQ(L10n::tf("set_aside_heading", {}), "SET ASIDE (%d)");
     EXPECT_EQ(L10n::tf("100%% of %d", {}), "100%% of %d");
 }
 
 TEST_F(L10nLookup, ArgumentsAreUsedInOrder)
 {
-    L10n::testingLanguage = AppLanguage::en;
     EXPECT_EQ(L10n::tf("%@ has %d of %d", {std::string("a"), std::int64_t{1}, std::int64_t{2}}), "a has 1 of 2");
     EXPECT_EQ(L10n::tf("%d%%", {std::int64_t{90}}), "90%");
     EXPECT_EQ(L10n::tf("%@", {std::string("%d")}), "%d");
@@ -317,7 +300,6 @@ TEST_F(L10nLookup, ArgumentsAreUsedInOrder)
 
 TEST_F(L10nLookup, PlaceholdersWithoutAFittingArgumentStay)
 {
-    L10n::testingLanguage = AppLanguage::en;
     EXPECT_EQ(L10n::tf("%d and %d", {std::int64_t{1}}), "1 and %d");
     EXPECT_EQ(L10n::tf("%d and %@", {std::string("one"), std::string("two")}), "%d and two");
     EXPECT_EQ(L10n::tf("%@", {std::int64_t{1}}), "%@");
@@ -325,7 +307,6 @@ TEST_F(L10nLookup, PlaceholdersWithoutAFittingArgumentStay)
 
 TEST_F(L10nLookup, OtherPercentSignsAreCopied)
 {
-    L10n::testingLanguage = AppLanguage::en;
     EXPECT_EQ(L10n::tf("%", {std::int64_t{1}}), "%");
     EXPECT_EQ(L10n::tf("%s 5% %", {std::int64_t{1}}), "%s 5% %");
     EXPECT_EQ(L10n::tf("%%d", {std::int64_t{1}}), "%d");
@@ -515,17 +496,6 @@ TEST(L10nHelp, ParagraphsNameTheHeadingAndTheMemoryLine)
         const std::string memory = upTo(upTo(lookUp(language, "retaining_memory_on"), ":"), "：");
         EXPECT_TRUE(contains(lookUp(language, "help_protection_on"), memory)) << rawValue(language);
     }
-}
-
-TEST(L10nHelp, EnglishUpdateParagraphsReadAsAgreed)
-{
-    EXPECT_EQ(lookUp(AppLanguage::en, "help_check_for_updates"),
-              "Looks on Quenchly's update site for a newer build. If one exists, you choose whether to install. "
-              "Quenchly never updates silently.");
-    EXPECT_EQ(lookUp(AppLanguage::en, "help_auto_updates"),
-              "When On, Quenchly periodically checks its update site for a newer build. If one exists, you choose "
-              "whether to install; nothing installs in the background. Turn Off to stop those background checks. "
-              "Check for Updates still works anytime.");
 }
 
 #ifndef __APPLE__

@@ -61,26 +61,26 @@ TEST(MetricsLine, LoadInPercentOfTheProcessors)
     const struct {
         double load1;
         std::int64_t cpuCount;
-        std::int64_t expected;
+        std::int64_t percent;
     } rows[] = {
-        {1.0, 4, 25},
-        {9.0, 4, 100},
-        {4.0, 4, 100},
-        {3.98, 4, 100},
-        {3.97, 4, 99},
-        {0.96, 8, 12},
-        {1.0, 8, 13},
-        {0.5, 0, 50},
-        {0.5, -3, 50},
-        {0.0, 8, 0},
-        {-0.001, 8, 0},
-        {-1.0, 8, -13},
-        {std::numeric_limits<double>::infinity(), 8, 100},
-        {std::numeric_limits<double>::quiet_NaN(), 8, 0},
-        {std::numeric_limits<double>::max(), 1, 100},
+        {.load1 = 1.0, .cpuCount = 4, .percent = 25},
+        {.load1 = 9.0, .cpuCount = 4, .percent = 100},
+        {.load1 = 4.0, .cpuCount = 4, .percent = 100},
+        {.load1 = 3.98, .cpuCount = 4, .percent = 100},
+        {.load1 = 3.97, .cpuCount = 4, .percent = 99},
+        {.load1 = 0.96, .cpuCount = 8, .percent = 12},
+        {.load1 = 1.0, .cpuCount = 8, .percent = 13},
+        {.load1 = 0.5, .cpuCount = 0, .percent = 50},
+        {.load1 = 0.5, .cpuCount = -3, .percent = 50},
+        {.load1 = 0.0, .cpuCount = 8, .percent = 0},
+        {.load1 = -0.001, .cpuCount = 8, .percent = 0},
+        {.load1 = -1.0, .cpuCount = 8, .percent = -13},
+        {.load1 = std::numeric_limits<double>::infinity(), .cpuCount = 8, .percent = 100},
+        {.load1 = std::numeric_limits<double>::quiet_NaN(), .cpuCount = 8, .percent = 0},
+        {.load1 = std::numeric_limits<double>::max(), .cpuCount = 1, .percent = 100},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(cpuLoadPercent(row.load1, row.cpuCount), row.expected) << row.load1 << " on " << row.cpuCount;
+        EXPECT_EQ(cpuLoadPercent(row.load1, row.cpuCount), row.percent) << row.load1 << " on " << row.cpuCount;
 }
 
 TEST(LiveMetrics, TheUsageTextOfMacOSIsRead)
@@ -169,17 +169,19 @@ TEST(LiveMetrics, CriticalSwapIsRaisedByTheReadingAndNeverLowered)
 {
     const struct {
         std::optional<double> pct;
-        bool given;
-        bool expected;
+        bool raised;
     } rows[] = {
-        {std::nullopt, false, false}, {std::nullopt, true, true}, {0.0, true, true},  {0.0, false, false},
-        {90.0, false, false},         {90.04, false, true},       {90.0, true, true}, {90.04, true, true},
+        {.pct = std::nullopt, .raised = false},
+        {.pct = 0.0, .raised = false},
+        {.pct = 90.0, .raised = false},
+        {.pct = 90.04, .raised = true},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(
-            sampleFrom({.load1 = 1.0, .cpuCount = 1, .swap = {.usedMB = 1.0, .pct = row.pct}}, row.given)->swapCritical,
-            row.expected)
-            << row.pct.value_or(-1) << row.given;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.pct.value_or(-1));
+        const Readings readings{.load1 = 1.0, .cpuCount = 1, .swap = {.usedMB = 1.0, .pct = row.pct}};
+        EXPECT_EQ(sampleFrom(readings, false)->swapCritical, row.raised);
+        EXPECT_TRUE(sampleFrom(readings, true)->swapCritical) << "it was critical before";
+    }
 }
 
 class LiveStatus : public ::testing::Test {

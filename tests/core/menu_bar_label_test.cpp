@@ -2,19 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <optional>
 #include <string>
 
-#include "l10n.h"
+#include "noon.h"
+#include "shown_language.h"
 #include "test_files.h"
 
 namespace quenchly {
 namespace {
 
-using namespace std::chrono_literals;
-
-const Instant noon = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + 12h;
+using testing::noon;
 
 TEST(CompactStripMetrics, LinesBecomeShort)
 {
@@ -51,11 +49,8 @@ TEST(CompactStripMetrics, LinesBecomeShort)
         EXPECT_EQ(compactStripMetrics(line), expected) << line;
 }
 
-class Label : public ::testing::Test {
+class Label : public testing::InEnglish {
 protected:
-    void SetUp() override { L10n::testingLanguage = AppLanguage::en; }
-    void TearDown() override { L10n::testingLanguage = std::nullopt; }
-
     MenuBarLabel label(const QuenchStatus& status, bool inFlight = false)
     {
         return menuBarLabel({.status = status, .checkInFlight = inFlight, .now = noon});
@@ -70,15 +65,17 @@ protected:
 TEST_F(Label, TheStatusWordIsTheFirstThatFits)
 {
     const struct {
-        bool installed;
-        bool off;
-        const char* expected;
-    } rows[] = {{false, false, "Checks not set up"},
-                {false, true, "Checks not set up"},
-                {true, true, "Protection Off"},
-                {true, false, "On"}};
+        const char* condition;
+        QuenchStatus status;
+        const char* word;
+    } rows[] = {
+        {"not installed", {.agentInstalled = false}, "Checks not set up"},
+        {"not installed, off", {.managementDisabled = true, .agentInstalled = false}, "Checks not set up"},
+        {"off", {.managementDisabled = true, .agentInstalled = true}, "Protection Off"},
+        {"on", {.managementDisabled = false, .agentInstalled = true}, "On"},
+    };
     for (const auto& row : rows)
-        EXPECT_EQ(label({.managementDisabled = row.off, .agentInstalled = row.installed}).statusWord, row.expected);
+        EXPECT_EQ(label(row.status).statusWord, row.word) << row.condition;
 }
 
 TEST_F(Label, MetricsAreShownShortenedAndOnlyWhenThereAreAny)
@@ -101,24 +98,30 @@ TEST_F(Label, TheRecencyWordIsTheFirstThatFits)
 {
     const struct {
         const char* condition;
-        QuenchIcon icon;
-        std::optional<Text> lastCheck;
-        bool inFlight;
-        std::optional<std::string> expected;
+        QuenchStatus status;
+        std::optional<std::string> word;
+        bool inFlight = false;
     } rows[] = {
-        {"in flight", QuenchIcon::cool, "2026-03-01T11:59:30Z", true, "Checking now"},
-        {"in flight beats stale", QuenchIcon::stale, std::nullopt, true, "Checking now"},
-        {"stale", QuenchIcon::stale, "2026-03-01T11:59:30Z", false, "Checking in a moment."},
-        {"never checked", QuenchIcon::cool, std::nullopt, false, "Checking in a moment."},
-        {"an unreadable time", QuenchIcon::cool, "soon", false, "Checking in a moment."},
-        {"in the future", QuenchIcon::cool, "2026-03-01T12:00:01Z", false, "Checking in a moment."},
-        {"older than 90 seconds", QuenchIcon::watch, "2026-03-01T11:58:29.9Z", false, "Checking in a moment."},
-        {"90 seconds old", QuenchIcon::watch, "2026-03-01T11:58:30Z", false, std::nullopt},
-        {"fresh", QuenchIcon::protect, "2026-03-01T11:59:30Z", false, std::nullopt},
+        {.condition = "in flight",
+         .status = {.icon = QuenchIcon::cool, .lastCheckISO = "2026-03-01T11:59:30Z"},
+         .word = "Checking now",
+         .inFlight = true},
+        {.condition = "in flight beats stale",
+         .status = {.icon = QuenchIcon::stale},
+         .word = "Checking now",
+         .inFlight = true},
+        {"stale", {.icon = QuenchIcon::stale, .lastCheckISO = "2026-03-01T11:59:30Z"}, "Checking in a moment."},
+        {"never checked", {.icon = QuenchIcon::cool}, "Checking in a moment."},
+        {"an unreadable time", {.icon = QuenchIcon::cool, .lastCheckISO = "soon"}, "Checking in a moment."},
+        {"in the future", {.icon = QuenchIcon::cool, .lastCheckISO = "2026-03-01T12:00:01Z"}, "Checking in a moment."},
+        {"older than 90 seconds",
+         {.icon = QuenchIcon::watch, .lastCheckISO = "2026-03-01T11:58:29.9Z"},
+         "Checking in a moment."},
+        {"90 seconds old", {.icon = QuenchIcon::watch, .lastCheckISO = "2026-03-01T11:58:30Z"}, std::nullopt},
+        {"fresh", {.icon = QuenchIcon::protect, .lastCheckISO = "2026-03-01T11:59:30Z"}, std::nullopt},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(label({.icon = row.icon, .lastCheckISO = row.lastCheck}, row.inFlight).recency, row.expected)
-            << row.condition;
+        EXPECT_EQ(label(row.status, row.inFlight).recency, row.word) << row.condition;
 }
 
 TEST_F(Label, AllWordsMakeOneLine)

@@ -52,31 +52,34 @@ TEST_F(Installation, NothingOnDiskIsAnsweredWithNo)
 
 TEST_F(Installation, ProtectionIsOffOnlyWithANonEmptyTextUnderDisabledAt)
 {
-    const std::pair<const char*, bool> rows[] = {
-        {switchedOff, true},
-        {R"({"disabledAt":"yes"})", true},
-        {R"({"disabledAt":" "})", true},
-        {R"({"disabledAt":"2026-03-01T12:00:00Z","by":{"user":[1,2]}})", true},
-        {R"({"disabledAt":""})", false},
-        {R"({"disabledAt":12})", false},
-        {R"({"disabledAt":true})", false},
-        {R"({"disabledAt":null})", false},
-        {R"({"disabledAt":["2026-03-01T12:00:00Z"]})", false},
-        {R"({"disabledAt":{"at":"2026-03-01T12:00:00Z"}})", false},
-        {R"({"DisabledAt":"2026-03-01T12:00:00Z"})", false},
-        {R"({"state":{"disabledAt":"2026-03-01T12:00:00Z"}})", false},
-        {R"([{"disabledAt":"2026-03-01T12:00:00Z"}])", false},
-        {R"("disabledAt")", false},
-        {"{}", false},
-        {"null", false},
-        {"", false},
-        {"disabledAt", false},
-        {"{\"disabledAt\":\"\xFF\"}", false},
+    const struct {
+        const char* content;
+        bool isOff;
+    } rows[] = {
+        {.content = switchedOff, .isOff = true},
+        {.content = R"({"disabledAt":"yes"})", .isOff = true},
+        {.content = R"({"disabledAt":" "})", .isOff = true},
+        {.content = R"({"disabledAt":"2026-03-01T12:00:00Z","by":{"user":[1,2]}})", .isOff = true},
+        {.content = R"({"disabledAt":""})", .isOff = false},
+        {.content = R"({"disabledAt":12})", .isOff = false},
+        {.content = R"({"disabledAt":true})", .isOff = false},
+        {.content = R"({"disabledAt":null})", .isOff = false},
+        {.content = R"({"disabledAt":["2026-03-01T12:00:00Z"]})", .isOff = false},
+        {.content = R"({"disabledAt":{"at":"2026-03-01T12:00:00Z"}})", .isOff = false},
+        {.content = R"({"DisabledAt":"2026-03-01T12:00:00Z"})", .isOff = false},
+        {.content = R"({"state":{"disabledAt":"2026-03-01T12:00:00Z"}})", .isOff = false},
+        {.content = R"([{"disabledAt":"2026-03-01T12:00:00Z"}])", .isOff = false},
+        {.content = R"("disabledAt")", .isOff = false},
+        {.content = "{}", .isOff = false},
+        {.content = "null", .isOff = false},
+        {.content = "", .isOff = false},
+        {.content = "disabledAt", .isOff = false},
+        {.content = "{\"disabledAt\":\"\xFF\"}", .isOff = false},
     };
-    for (const auto& [content, expected] : rows) {
+    for (const auto& [content, isOff] : rows) {
         scratch.write(managedFile(), content);
-        EXPECT_EQ(disabled(), expected) << content;
-        EXPECT_EQ(active(), expected) << content;
+        EXPECT_EQ(disabled(), isOff) << content;
+        EXPECT_EQ(active(), isOff) << content;
     }
 }
 
@@ -109,24 +112,27 @@ TEST_F(Installation, AnotherAgentsFileDoesNotCount)
 
 TEST_F(Installation, DryRunAnywhereInTheAgentsFileMeansObservingOnly)
 {
-    const std::pair<std::string, bool> rows[] = {
-        {dryAgent, true},
-        {"--dry-run", true},
-        {"<!-- without --dry-run -->", true},
-        {"--dry-running", true},
-        {"x--dry-run", true},
-        {"caf\u00E9 --dry-run", true},
-        {"", false},
-        {"-dry-run", false},
-        {"--dry run", false},
-        {"--DRY-RUN", false},
-        {"--dry-\nrun", false},
-        {"--dry-run \xFF", false},  // not UTF-8, so it cannot be read as text
+    const struct {
+        std::string content;
+        bool isDry;
+    } rows[] = {
+        {.content = dryAgent, .isDry = true},
+        {.content = "--dry-run", .isDry = true},
+        {.content = "<!-- without --dry-run -->", .isDry = true},
+        {.content = "--dry-running", .isDry = true},
+        {.content = "x--dry-run", .isDry = true},
+        {.content = "caf\u00E9 --dry-run", .isDry = true},
+        {.content = "", .isDry = false},
+        {.content = "-dry-run", .isDry = false},
+        {.content = "--dry run", .isDry = false},
+        {.content = "--DRY-RUN", .isDry = false},
+        {.content = "--dry-\nrun", .isDry = false},
+        {.content = "--dry-run \xFF", .isDry = false},  // not UTF-8, so it cannot be read as text
     };
-    for (const auto& [content, expected] : rows) {
+    for (const auto& [content, isDry] : rows) {
         scratch.write(agentFile(), content);
-        EXPECT_EQ(dry(), expected) << content;
-        EXPECT_EQ(active(), expected) << content;
+        EXPECT_EQ(dry(), isDry) << content;
+        EXPECT_EQ(active(), isDry) << content;
         EXPECT_FALSE(disabled()) << content;
     }
 }

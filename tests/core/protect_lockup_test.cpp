@@ -5,53 +5,49 @@
 #include <optional>
 #include <string>
 
-#include "l10n.h"
+#include "shown_language.h"
 
 namespace quenchly {
 namespace {
 
-class ProtectLockupTexts : public ::testing::Test {
-protected:
-    void SetUp() override { L10n::testingLanguage = AppLanguage::en; }
-    void TearDown() override { L10n::testingLanguage = std::nullopt; }
-};
+using ProtectLockupTexts = testing::InEnglish;
 
-TEST_F(ProtectLockupTexts, EveryCombination)
+TEST_F(ProtectLockupTexts, MissingChecksComeBeforeProtectionAndSavedWorkDoesNotMatter)
 {
     const struct {
+        const char* condition;
         ProtectLockup::Facts facts;
         const char* extra;
         const char* panel;
         std::optional<std::string> retaining;
     } rows[] = {
-        {{.protectOn = false, .workSaved = false, .agentInstalled = false},
-         "Checks not set up",
-         "Checks not set up",
-         {}},
-        {{.protectOn = false, .workSaved = true, .agentInstalled = false},
-         "Checks not set up",
-         "Checks not set up",
-         {}},
-        {{.protectOn = true, .workSaved = false, .agentInstalled = false},
-         "Checks not set up",
-         "Checks not set up",
-         {}},
-        {{.protectOn = true, .workSaved = true, .agentInstalled = false}, "Checks not set up", "Checks not set up", {}},
-        {{.protectOn = false, .workSaved = false, .agentInstalled = true}, "Protection Off", "Protection Off", {}},
-        {{.protectOn = false, .workSaved = true, .agentInstalled = true}, "Protection Off", "Protection Off", {}},
-        {{.protectOn = true, .workSaved = false, .agentInstalled = true},
-         "On",
-         "Protection On",
-         "Retaining memory: On"},
-        {{.protectOn = true, .workSaved = true, .agentInstalled = true}, "On", "Protection On", "Retaining memory: On"},
+        {.condition = "not installed, off",
+         .facts = {.protectOn = false, .agentInstalled = false},
+         .extra = "Checks not set up",
+         .panel = "Checks not set up"},
+        {.condition = "not installed, on",
+         .facts = {.protectOn = true, .agentInstalled = false},
+         .extra = "Checks not set up",
+         .panel = "Checks not set up"},
+        {.condition = "installed, off",
+         .facts = {.protectOn = false, .agentInstalled = true},
+         .extra = "Protection Off",
+         .panel = "Protection Off"},
+        {.condition = "installed, on",
+         .facts = {.protectOn = true, .agentInstalled = true},
+         .extra = "On",
+         .panel = "Protection On",
+         .retaining = "Retaining memory: On"},
     };
     for (const auto& row : rows) {
-        const std::string which = std::string(row.facts.protectOn ? "on " : "off ") +
-                                  (row.facts.workSaved ? "saved " : "unsaved ") +
-                                  (row.facts.agentInstalled ? "installed" : "not installed");
-        EXPECT_EQ(ProtectLockup::extra(row.facts), row.extra) << which;
-        EXPECT_EQ(ProtectLockup::panel(row.facts), row.panel) << which;
-        EXPECT_EQ(ProtectLockup::retainingMemoryFact(row.facts), row.retaining) << which;
+        for (const bool workSaved : {false, true}) {
+            SCOPED_TRACE(std::string(row.condition) + (workSaved ? ", work saved" : ""));
+            ProtectLockup::Facts facts = row.facts;
+            facts.workSaved = workSaved;
+            EXPECT_EQ(ProtectLockup::extra(facts), row.extra);
+            EXPECT_EQ(ProtectLockup::panel(facts), row.panel);
+            EXPECT_EQ(ProtectLockup::retainingMemoryFact(facts), row.retaining);
+        }
     }
 }
 

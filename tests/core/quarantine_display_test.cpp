@@ -2,20 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 #include <vector>
 
-#include "relative_time.h"
+#include "noon.h"
 #include "test_files.h"
 
 namespace quenchly {
 namespace {
 
 using namespace QuarantineDisplay;
-using namespace std::chrono_literals;
-
-const Instant noon = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + 12h;
+using testing::noon;
 
 TEST(QuarantineDisplay, CommandsThatCountAsListedAi)
 {
@@ -43,21 +40,33 @@ TEST(QuarantineDisplay, AnEntryIsJudgedByItsKindAndItsCommandOrElseItsId)
     const struct {
         const char* condition;
         QuarantinedEntry entry;
-        bool expected;
+        bool isListedAi;
     } rows[] = {
-        {"a process", {.id = "1", .kind = "process", .cmd = "ollama serve"}, true},
-        {"a process named by its id", {.id = "ollama", .kind = "process"}, true},
-        {"the command hides the id", {.id = "ollama", .kind = "process", .cmd = "vim"}, false},
-        {"mlx alone is not enough for a process", {.id = "1", .kind = "process", .cmd = "mlx-run"}, false},
-        {"mlx is enough for an agent", {.id = "1", .kind = "launchd", .cmd = "mlx-run"}, true},
-        {"an agent named by its id", {.id = "com.ollama", .kind = "launchd"}, true},
-        {"the checker's own agent", {.id = "com.brindlemoor.quenchly", .kind = "launchd"}, false},
-        {"an unknown kind is read as a command", {.id = "1", .kind = "container", .cmd = "ollama"}, true},
-        {"the kind is exact", {.id = "1", .kind = "Launchd", .cmd = "mlx-run"}, false},
-        {"nothing at all", {.id = ""}, false},
+        {.condition = "a process", .entry = {.id = "1", .kind = "process", .cmd = "ollama serve"}, .isListedAi = true},
+        {.condition = "a process named by its id", .entry = {.id = "ollama", .kind = "process"}, .isListedAi = true},
+        {.condition = "the command hides the id",
+         .entry = {.id = "ollama", .kind = "process", .cmd = "vim"},
+         .isListedAi = false},
+        {.condition = "mlx alone is not enough for a process",
+         .entry = {.id = "1", .kind = "process", .cmd = "mlx-run"},
+         .isListedAi = false},
+        {.condition = "mlx is enough for an agent",
+         .entry = {.id = "1", .kind = "launchd", .cmd = "mlx-run"},
+         .isListedAi = true},
+        {.condition = "an agent named by its id", .entry = {.id = "com.ollama", .kind = "launchd"}, .isListedAi = true},
+        {.condition = "the checker's own agent",
+         .entry = {.id = "com.brindlemoor.quenchly", .kind = "launchd"},
+         .isListedAi = false},
+        {.condition = "an unknown kind is read as a command",
+         .entry = {.id = "1", .kind = "container", .cmd = "ollama"},
+         .isListedAi = true},
+        {.condition = "the kind is exact",
+         .entry = {.id = "1", .kind = "Launchd", .cmd = "mlx-run"},
+         .isListedAi = false},
+        {.condition = "nothing at all", .entry = {.id = ""}, .isListedAi = false},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(isAiScoped(row.entry), row.expected) << row.condition;
+        EXPECT_EQ(isAiScoped(row.entry), row.isListedAi) << row.condition;
 }
 
 TEST(QuarantineDisplay, EntriesStayVisibleForADayUnlessAcknowledged)
@@ -65,21 +74,35 @@ TEST(QuarantineDisplay, EntriesStayVisibleForADayUnlessAcknowledged)
     const struct {
         const char* condition;
         QuarantinedEntry entry;
-        bool expected;
+        bool isShown;
     } rows[] = {
-        {"fresh", {.cmd = "ollama", .quarantinedAt = "2026-03-01T11:59:00Z"}, true},
-        {"a day old", {.cmd = "ollama", .quarantinedAt = "2026-02-28T12:00:00Z"}, true},
-        {"a millisecond beyond a day", {.cmd = "ollama", .quarantinedAt = "2026-02-28T11:59:59.999Z"}, false},
-        {"a second beyond a day", {.cmd = "ollama", .quarantinedAt = "2026-02-28T11:59:59Z"}, false},
-        {"stamped in the future", {.cmd = "ollama", .quarantinedAt = "2030-01-01T00:00:00Z"}, true},
-        {"without a zone", {.cmd = "ollama", .quarantinedAt = "2026-03-01T11:59:00"}, true},
-        {"without a time", {.cmd = "ollama"}, false},
-        {"with an unreadable time", {.cmd = "ollama", .quarantinedAt = "yesterday"}, false},
-        {"acknowledged", {.cmd = "ollama", .quarantinedAt = "2026-03-01T11:59:00Z", .acknowledged = true}, false},
-        {"not AI", {.cmd = "vim", .quarantinedAt = "2026-03-01T11:59:00Z"}, false},
+        {.condition = "fresh", .entry = {.cmd = "ollama", .quarantinedAt = "2026-03-01T11:59:00Z"}, .isShown = true},
+        {.condition = "a day old",
+         .entry = {.cmd = "ollama", .quarantinedAt = "2026-02-28T12:00:00Z"},
+         .isShown = true},
+        {.condition = "a millisecond beyond a day",
+         .entry = {.cmd = "ollama", .quarantinedAt = "2026-02-28T11:59:59.999Z"},
+         .isShown = false},
+        {.condition = "a second beyond a day",
+         .entry = {.cmd = "ollama", .quarantinedAt = "2026-02-28T11:59:59Z"},
+         .isShown = false},
+        {.condition = "stamped in the future",
+         .entry = {.cmd = "ollama", .quarantinedAt = "2030-01-01T00:00:00Z"},
+         .isShown = true},
+        {.condition = "without a zone",
+         .entry = {.cmd = "ollama", .quarantinedAt = "2026-03-01T11:59:00"},
+         .isShown = true},
+        {.condition = "without a time", .entry = {.cmd = "ollama"}, .isShown = false},
+        {.condition = "with an unreadable time",
+         .entry = {.cmd = "ollama", .quarantinedAt = "yesterday"},
+         .isShown = false},
+        {.condition = "acknowledged",
+         .entry = {.cmd = "ollama", .quarantinedAt = "2026-03-01T11:59:00Z", .acknowledged = true},
+         .isShown = false},
+        {.condition = "not AI", .entry = {.cmd = "vim", .quarantinedAt = "2026-03-01T11:59:00Z"}, .isShown = false},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(visible({row.entry}, noon).size(), row.expected ? 1u : 0u) << row.condition;
+        EXPECT_EQ(visible({row.entry}, noon).size(), row.isShown ? 1u : 0u) << row.condition;
     EXPECT_EQ(retentionHours, 24.0);
 }
 

@@ -6,7 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "l10n.h"
+#include "noon.h"
+#include "shown_language.h"
 #include "test_files.h"
 
 namespace quenchly {
@@ -14,14 +15,9 @@ namespace {
 
 using namespace RecencyCopy;
 using namespace std::chrono_literals;
+using testing::noon;
 
-const Instant noon = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + 12h;
-
-class RecencyTexts : public ::testing::Test {
-protected:
-    void SetUp() override { L10n::testingLanguage = AppLanguage::en; }
-    void TearDown() override { L10n::testingLanguage = std::nullopt; }
-};
+using RecencyTexts = testing::InEnglish;
 
 TEST(Recency, TheAgeIsInSecondsAndNeverNegative)
 {

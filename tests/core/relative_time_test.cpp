@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "noon.h"
 #include "test_files.h"
 
 namespace quenchly {
@@ -13,8 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using std::chrono::sys_days;
-
-const Instant noon = sys_days(std::chrono::year(2026) / 3 / 1) + 12h;
+using testing::noon;
 
 TEST(RelativeTime, EveryAcceptedFormNamesItsInstant)
 {

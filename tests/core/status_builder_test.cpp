@@ -2,48 +2,56 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "l10n.h"
+#include "noon.h"
 #include "observe_only.h"
+#include "relative_time.h"
+#include "shown_language.h"
+#include "status_json.h"
 #include "test_files.h"
 
 namespace quenchly {
 namespace {
 
-using namespace std::chrono_literals;
 using QuenchStatusBuilder::isStale;
 using QuenchStatusBuilder::resolveBarTint;
+using testing::noon;
 using testing::ScratchFolder;
 
 namespace fs = std::filesystem;
 
-const Instant noon = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + 12h;
 const std::optional<Text> fresh = "2026-03-01T11:59:18Z";
 const std::optional<Text> old = "2026-03-01T11:00:00Z";
 
 constexpr const char* protectionOff = "Protection Off. No easing, even under overload.";
-constexpr const char* waiting = "Checking in a moment.";
-constexpr const char* cadence = "Checks about every minute.";
+constexpr const char* onDisk = "Using extra memory on disk. Work is progressing.";
+constexpr const char* calm = "Machine is calm. AI keeps running as usual.";
 constexpr const char* easedBack = "AI is eased back. The machine is not fighting the AI for CPU.";
+constexpr const char* easedBackOnDisk =
+    "AI is eased back. The machine is not fighting the AI for CPU. Using extra memory on disk. Work is progressing.";
+constexpr const char* holding = "Holding until pressure drops. The machine is not fighting the AI for CPU.";
 
-class Builder : public ::testing::Test {
+struct Installation {
+    bool agentInstalled = true;
+    bool dryRun = false;
+    bool protectionOff = false;
+};
+
+class Builder : public testing::InEnglish {
 protected:
-    void SetUp() override { L10n::testingLanguage = AppLanguage::en; }
-    void TearDown() override { L10n::testingLanguage = std::nullopt; }
-
-    void installAgent(const std::string& content = "<plist/>")
+    void install(const Installation& given = {})
     {
-        scratch.write(fs::path("agents") / ObserveOnly::agentPlistName, content);
+        fs::remove_all(scratch / "agents");
+        fs::remove_all(scratch / "home");
+        if (given.agentInstalled)
+            scratch.write(fs::path("agents") / ObserveOnly::agentPlistName, given.dryRun ? "--dry-run" : "<plist/>");
+        if (given.protectionOff)
+            scratch.write("home/state/managed.json", R"({"disabledAt":"2026-03-01T11:00:00Z"})");
     }
-    void removeAgent() { fs::remove(scratch / "agents" / ObserveOnly::agentPlistName); }
-    void switchOff() { scratch.write("home/state/managed.json", R"({"disabledAt":"2026-03-01T11:00:00Z"})"); }
-    void switchOn() { fs::remove(scratch / "home/state/managed.json"); }
 
     QuenchStatus build(const std::optional<HeatState>& state)
     {
@@ -60,153 +68,95 @@ const LastMetrics calmMetrics{.load1 = 1.6, .cpuCount = 8, .cpuLoadPct = 20, .me
 const LastMetrics criticalMetrics{
     .load1 = 1.6, .cpuCount = 8, .cpuLoadPct = 20, .swapCritical = true, .menubarLine = "load 20% · swap 95%"};
 
+QuenchStatus observing(QuenchStatus status)
+{
+    status.observeOnly = true;
+    return status;
+}
+
+QuenchStatus slowed(QuenchStatus status)
+{
+    status.slowActive = true;
+    return status;
+}
+
 TEST_F(Builder, TheSituationIsPickedInOrder)
 {
+    const Installation installed;
+    const Installation absent{.agentInstalled = false};
+    const Installation dryRun{.dryRun = true};
+    const Installation off{.protectionOff = true};
+    const Installation offAndAbsent{.agentInstalled = false, .protectionOff = true};
+
+    const std::optional<HeatState> noState;
+    const HeatState neverChecked{.slowActive = true};
+    const HeatState staleState{.lastCheck = old, .slowActive = true};
     const HeatState freshState{.lastCheck = fresh, .slowActive = true};
-    const HeatState oldState{.lastCheck = old, .slowActive = true};
+
+    const QuenchStatus notSetUp{.icon = QuenchIcon::stale,
+                                .barTint = QuenchBarTint::waiting,
+                                .headline = "Checks not set up",
+                                .detail = L10n::t("help_checks_not_set_up"),
+                                .observeOnly = true};
+    const QuenchStatus switchedOff{.icon = QuenchIcon::stale,
+                                   .barTint = QuenchBarTint::unprotected,
+                                   .headline = protectionOff,
+                                   .detail = protectionOff,
+                                   .observeOnly = true,
+                                   .managementDisabled = true};
+    const QuenchStatus switchedOffAndFresh{.icon = QuenchIcon::watch,
+                                           .barTint = QuenchBarTint::unprotected,
+                                           .headline = protectionOff,
+                                           .detail = protectionOff,
+                                           .tone = QuenchTone::watch,
+                                           .observeOnly = true,
+                                           .managementDisabled = true};
+    const QuenchStatus waitingForAState{.icon = QuenchIcon::stale,
+                                        .barTint = QuenchBarTint::waiting,
+                                        .headline = "Checking in a moment.",
+                                        .detail = "Checks about every minute."};
+    const QuenchStatus stale{.icon = QuenchIcon::stale,
+                             .barTint = QuenchBarTint::stale,
+                             .headline = "Checking in a moment.",
+                             .detail = "Checks about every minute."};
+    const QuenchStatus eased{.icon = QuenchIcon::protect,
+                             .barTint = QuenchBarTint::protect,
+                             .headline = easedBack,
+                             .detail = easedBack,
+                             .tone = QuenchTone::protect,
+                             .slowActive = true};
     const struct {
         const char* situation;
-        bool installed;
-        bool off;
-        bool dry;
+        Installation installation;
         std::optional<HeatState> state;
-        QuenchIcon icon;
-        QuenchBarTint tint;
-        const char* headline;
-        std::optional<QuenchTone> tone;
-        bool observeOnly;
-        bool slowActive;
+        QuenchStatus expected;
     } rows[] = {
-        {"not set up, no state",
-         false,
-         false,
-         false,
-         {},
-         QuenchIcon::stale,
-         QuenchBarTint::waiting,
-         "Checks not set up",
-         {},
-         true,
-         false},
-        {"not set up, stale",
-         false,
-         false,
-         false,
-         oldState,
-         QuenchIcon::stale,
-         QuenchBarTint::waiting,
-         "Checks not set up",
-         {},
-         true,
-         true},
-        {"not set up, fresh",
-         false,
-         false,
-         false,
-         freshState,
-         QuenchIcon::stale,
-         QuenchBarTint::waiting,
-         "Checks not set up",
-         {},
-         true,
-         true},
-        {"no state, off",
-         true,
-         true,
-         false,
-         {},
-         QuenchIcon::stale,
-         QuenchBarTint::unprotected,
-         protectionOff,
-         {},
-         true,
-         false},
-        {"no state, off, no agent",
-         false,
-         true,
-         false,
-         {},
-         QuenchIcon::stale,
-         QuenchBarTint::unprotected,
-         protectionOff,
-         {},
-         true,
-         false},
-        {"no state", true, false, false, {}, QuenchIcon::stale, QuenchBarTint::waiting, waiting, {}, false, false},
-        {"no state, dry run",
-         true,
-         false,
-         true,
-         {},
-         QuenchIcon::stale,
-         QuenchBarTint::waiting,
-         waiting,
-         {},
-         true,
-         false},
-        {"stale, off",
-         true,
-         true,
-         false,
-         oldState,
-         QuenchIcon::stale,
-         QuenchBarTint::unprotected,
-         protectionOff,
-         {},
-         true,
-         false},
-        {"stale, off, no agent",
-         false,
-         true,
-         false,
-         oldState,
-         QuenchIcon::stale,
-         QuenchBarTint::unprotected,
-         protectionOff,
-         {},
-         true,
-         false},
-        {"stale", true, false, false, oldState, QuenchIcon::stale, QuenchBarTint::stale, waiting, {}, false, false},
-        {"stale, dry run",
-         true,
-         false,
-         true,
-         oldState,
-         QuenchIcon::stale,
-         QuenchBarTint::stale,
-         waiting,
-         {},
-         true,
-         false},
-        {"fresh, off", true, true, false, freshState, QuenchIcon::watch, QuenchBarTint::unprotected, protectionOff,
-         QuenchTone::watch, true, false},
-        {"fresh, off, no agent", false, true, false, freshState, QuenchIcon::watch, QuenchBarTint::unprotected,
-         protectionOff, QuenchTone::watch, true, false},
-        {"fresh", true, false, false, freshState, QuenchIcon::protect, QuenchBarTint::protect, easedBack,
-         QuenchTone::protect, false, true},
-        {"fresh, dry run", true, false, true, freshState, QuenchIcon::protect, QuenchBarTint::protect, easedBack,
-         QuenchTone::protect, true, true},
-    };
-    const std::map<std::string, std::string> details{
-        {"Checks not set up", L10n::t("help_checks_not_set_up")},
-        {protectionOff, protectionOff},
-        {waiting, cadence},
-        {easedBack, easedBack},
+        {"not set up, no state", absent, noState, notSetUp},
+        {"not set up, stale", absent, staleState, slowed(notSetUp)},
+        {"not set up, fresh", absent, freshState, slowed(notSetUp)},
+        {"no state, off", off, noState, switchedOff},
+        {"no state, off, no agent", offAndAbsent, noState, switchedOff},
+        {"no state", installed, noState, waitingForAState},
+        {"no state, dry run", dryRun, noState, observing(waitingForAState)},
+        {"stale, off", off, staleState, switchedOff},
+        {"stale, off, no agent", offAndAbsent, staleState, switchedOff},
+        {"stale", installed, staleState, stale},
+        {"stale, dry run", dryRun, staleState, observing(stale)},
+        {"never checked", installed, neverChecked, stale},
+        {"fresh, off", off, freshState, switchedOffAndFresh},
+        {"fresh, off, no agent", offAndAbsent, freshState, switchedOffAndFresh},
+        {"fresh", installed, freshState, eased},
+        {"fresh, dry run", dryRun, freshState, observing(eased)},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.situation);
-        row.installed ? installAgent(row.dry ? "--dry-run" : "<plist/>") : removeAgent();
-        row.off ? switchOff() : switchOn();
-        const QuenchStatus status = build(row.state);
-        EXPECT_EQ(status.icon, row.icon);
-        EXPECT_EQ(status.barTint, row.tint);
-        EXPECT_EQ(status.headline, row.headline);
-        EXPECT_EQ(status.tone, row.tone);
-        EXPECT_EQ(status.observeOnly, row.observeOnly);
-        EXPECT_EQ(status.managementDisabled, row.off);
-        EXPECT_EQ(status.slowActive, row.slowActive);
-        EXPECT_EQ(status.agentInstalled, row.installed);
-        EXPECT_EQ(status.detail, details.at(row.headline));
+        install(row.installation);
+        QuenchStatus expected = row.expected;
+        expected.agentInstalled = row.installation.agentInstalled;
+        if (row.state) {
+            expected.lastCheckISO = row.state->lastCheck;
+            expected.lastCheckAge = RelativeTime::ageAgo({.from = row.state->lastCheck, .now = noon});
+        }
+        EXPECT_EQ(statusJson(build(row.state)), statusJson(expected)) << row.situation;
     }
 }
 
@@ -214,128 +164,99 @@ TEST_F(Builder, AStateIsCopiedInEverySituation)
 {
     const QuarantinedEntry shown{.id = "q", .cmd = "ollama", .quarantinedAt = "2026-03-01T11:00:00Z"};
     const QuarantinedEntry hidden{.id = "r", .cmd = "vim", .quarantinedAt = "2026-03-01T11:00:00Z"};
-    const HeatState state{.lastCheck = fresh,
-                          .hot = true,
-                          .paused = {{.label = "A", .pid = 1}, {.label = "B"}},
-                          .quarantined = {hidden, shown},
-                          .lastMetrics = criticalMetrics,
-                          .memoryReliefTip = "tip"};
-    for (const bool installed : {false, true}) {
-        for (const bool off : {false, true}) {
-            for (const bool stale : {false, true}) {
-                SCOPED_TRACE(std::to_string(installed) + std::to_string(off) + std::to_string(stale));
-                installed ? installAgent() : removeAgent();
-                off ? switchOff() : switchOn();
-                HeatState given = state;
-                given.lastCheck = stale ? old : fresh;
-                const QuenchStatus status = build(given);
-                EXPECT_EQ(status.lastCheckISO, given.lastCheck);
-                EXPECT_EQ(status.lastCheckAge, stale ? "1h 0m ago" : "42s ago");
-                EXPECT_EQ(status.pausedTargets, state.paused);
-                EXPECT_EQ(status.quarantine, std::vector{shown});
-                EXPECT_EQ(status.metricsLine, "load 20% · swap 95%");
-                EXPECT_EQ(status.lastMetrics, criticalMetrics);
-                EXPECT_TRUE(status.swapCritical);
-                EXPECT_TRUE(status.stillOverloaded);
-                EXPECT_EQ(status.memoryReliefTip, "tip");
-            }
+    const std::pair<const char*, Installation> installations[] = {
+        {"not set up", {.agentInstalled = false}},
+        {"off, not set up", {.agentInstalled = false, .protectionOff = true}},
+        {"off", {.protectionOff = true}},
+        {"set up", {}},
+    };
+    for (const auto& [name, installation] : installations) {
+        for (const bool stale : {false, true}) {
+            SCOPED_TRACE(std::string(name) + (stale ? ", stale" : ", fresh"));
+            install(installation);
+            const HeatState state{.lastCheck = stale ? old : fresh,
+                                  .hot = true,
+                                  .paused = {{.label = "A", .pid = 1}, {.label = "B"}},
+                                  .quarantined = {hidden, shown},
+                                  .lastMetrics = criticalMetrics,
+                                  .memoryReliefTip = "tip"};
+            const QuenchStatus status = build(state);
+            EXPECT_EQ(status.lastCheckISO, state.lastCheck);
+            EXPECT_EQ(status.lastCheckAge, stale ? "1h 0m ago" : "42s ago");
+            EXPECT_EQ(status.pausedTargets, state.paused);
+            EXPECT_EQ(status.quarantine, std::vector{shown});
+            EXPECT_EQ(status.metricsLine, "load 20% · swap 95%");
+            EXPECT_EQ(status.lastMetrics, criticalMetrics);
+            EXPECT_TRUE(status.swapCritical);
+            EXPECT_TRUE(status.stillOverloaded);
+            EXPECT_EQ(status.memoryReliefTip, "tip");
         }
     }
-}
-
-TEST_F(Builder, WithoutAStateNothingIsCopied)
-{
-    for (const bool off : {false, true}) {
-        off ? switchOff() : switchOn();
-        const QuenchStatus status = build(std::nullopt);
-        EXPECT_EQ(status.lastCheckISO, std::nullopt);
-        EXPECT_EQ(status.lastCheckAge, "");
-        EXPECT_TRUE(status.pausedTargets.empty());
-        EXPECT_TRUE(status.quarantine.empty());
-        EXPECT_EQ(status.metricsLine, std::nullopt);
-        EXPECT_EQ(status.lastMetrics, std::nullopt);
-        EXPECT_FALSE(status.swapCritical);
-        EXPECT_FALSE(status.stillOverloaded);
-        EXPECT_EQ(status.memoryReliefTip, std::nullopt);
-    }
-}
-
-TEST_F(Builder, AnEmptyStateIsStaleWhereNoStateWaits)
-{
-    installAgent();
-    EXPECT_EQ(build(HeatState()).barTint, QuenchBarTint::stale);
-    EXPECT_EQ(build(std::nullopt).barTint, QuenchBarTint::waiting);
-    QuenchStatus empty = build(HeatState());
-    empty.barTint = QuenchBarTint::waiting;
-    EXPECT_EQ(empty, build(std::nullopt));
 }
 
 TEST_F(Builder, TheDetailIsTheFirstSentenceThatFits)
 {
     const PausedEntry held{.label = "A"};
+    const Installation installed;
+    const Installation observingOnly{.dryRun = true};
+    const char* const watching = "Watching. AI keeps running in this mode.";
+    const char* const keepsRunning = "Using extra memory on disk. AI keeps running.";
     const struct {
         const char* condition;
+        Installation installation;
         HeatState state;
-        bool observeOnly;
         const char* sentence;
     } rows[] = {
-        {"hot, observing", {.hot = true}, true, "Watching. AI keeps running in this mode."},
+        {"hot, observing", observingOnly, {.hot = true}, watching},
         {"hot, observing, slowed, held",
+         observingOnly,
          {.hot = true, .paused = {held}, .lastMetrics = criticalMetrics, .slowActive = true},
-         true,
-         "Watching. AI keeps running in this mode."},
-        {"slowed, swap critical",
-         {.lastMetrics = criticalMetrics, .slowActive = true},
-         false,
-         "AI is eased back. The machine is not fighting the AI for CPU. Using extra memory on disk. Work is "
-         "progressing."},
+         watching},
+        {"slowed, swap critical", installed, {.lastMetrics = criticalMetrics, .slowActive = true}, easedBackOnDisk},
         {"slowed, swap critical, hot, held",
+         installed,
          {.hot = true, .paused = {held}, .lastMetrics = criticalMetrics, .slowActive = true},
-         false,
-         "AI is eased back. The machine is not fighting the AI for CPU. Using extra memory on disk. Work is "
-         "progressing."},
-        {"slowed", {.slowActive = true}, false, easedBack},
-        {"slowed, observing, not hot", {.slowActive = true}, true, easedBack},
-        {"slowed, false heat", {.thermalTruth = "false-heat", .slowActive = true}, false, easedBack},
-        {"hot, none held", {.hot = true}, false, "High load. Watching."},
-        {"hot, none held, swap critical", {.hot = true, .lastMetrics = criticalMetrics}, false, "High load. Watching."},
+         easedBackOnDisk},
+        {"slowed", installed, {.slowActive = true}, easedBack},
+        {"slowed, observing, not hot", observingOnly, {.slowActive = true}, easedBack},
+        {"slowed, false heat", installed, {.thermalTruth = "false-heat", .slowActive = true}, easedBack},
+        {"hot, none held", installed, {.hot = true}, "High load. Watching."},
+        {"hot, none held, swap critical",
+         installed,
+         {.hot = true, .lastMetrics = criticalMetrics},
+         "High load. Watching."},
         {"hot, held, swap critical",
+         installed,
          {.hot = true, .paused = {held}, .lastMetrics = criticalMetrics},
-         false,
-         "Using extra memory on disk. Work is progressing."},
-        {"hot, held",
-         {.hot = true, .paused = {held}},
-         false,
-         "Holding until pressure drops. The machine is not fighting the AI for CPU."},
-        {"false heat, none held",
-         {.thermalTruth = "false-heat"},
-         false,
-         "Using extra memory on disk. AI keeps running."},
+         onDisk},
+        {"hot, held", installed, {.hot = true, .paused = {held}}, holding},
+        {"false heat, none held", installed, {.thermalTruth = "false-heat"}, keepsRunning},
         {"false heat, none held, restored once",
+         installed,
          {.thermalTruth = "false-heat", .lastRestoreAt = "t"},
-         false,
-         "Using extra memory on disk. AI keeps running."},
-        {"restored once, none held", {.lastRestoreAt = "t"}, false, "Your AI continued where it left off."},
-        {"calm", {}, false, "Machine is calm. AI keeps running as usual."},
-        {"calm, observing", {}, true, "Machine is calm. AI keeps running as usual."},
-        {"calm, swap critical", {.lastMetrics = criticalMetrics}, false, "Machine is calm. AI keeps running as usual."},
-        {"held, swap critical",
-         {.paused = {held}, .lastMetrics = criticalMetrics},
-         false,
-         "Using extra memory on disk. Work is progressing."},
-        {"held", {.coolStreak = 3, .paused = {held}}, false, "Safety checking. 3 of 5 safe."},
+         keepsRunning},
+        {"restored once, none held", installed, {.lastRestoreAt = "t"}, "Your AI continued where it left off."},
+        {"calm", installed, {}, calm},
+        {"calm, observing", observingOnly, {}, calm},
+        {"calm, swap critical", installed, {.lastMetrics = criticalMetrics}, calm},
+        {"held, swap critical", installed, {.paused = {held}, .lastMetrics = criticalMetrics}, onDisk},
+        {"held", installed, {.coolStreak = 3, .paused = {held}}, "Safety checking. 3 of 5 safe."},
         {"held, false heat",
+         installed,
          {.thermalTruth = "false-heat", .coolStreak = 0, .paused = {held}},
-         false,
          "Safety checking. 0 of 5 safe."},
         {"held, restored once",
+         installed,
          {.coolStreak = 12, .lastRestoreAt = "t", .paused = {held}},
-         false,
          "Safety checking. 12 of 5 safe."},
-        {"held, a negative streak", {.coolStreak = -1, .paused = {held}}, false, "Safety checking. -1 of 5 safe."},
+        {"held, a negative streak", installed, {.coolStreak = -1, .paused = {held}}, "Safety checking. -1 of 5 safe."},
+        {"held, with metrics",
+         installed,
+         {.coolStreak = 3, .paused = {held, held}, .lastMetrics = calmMetrics},
+         "Safety checking. 3 of 5 safe."},
     };
     for (const auto& row : rows) {
-        installAgent(row.observeOnly ? "--dry-run" : "<plist/>");
+        install(row.installation);
         HeatState state = row.state;
         state.lastCheck = fresh;
         const std::string line = state.lastMetrics ? state.lastMetrics->menubarLine.utf8() + ". " : std::string();
@@ -345,105 +266,71 @@ TEST_F(Builder, TheDetailIsTheFirstSentenceThatFits)
 
 TEST_F(Builder, TheHeadlineIsTheStoryOfTheState)
 {
+    using enum QuenchIcon;
     const PausedEntry held{.label = "A"};
-    const struct {
-        const char* condition;
-        HeatState state;
-        bool observeOnly;
+    const Installation installed;
+    const Installation observingOnly{.dryRun = true};
+    struct Shown {
         const char* headline;
         QuenchTone tone;
         QuenchIcon icon;
         QuenchBarTint tint;
+    };
+    const auto protecting = [](const char* headline) {
+        return Shown{headline, QuenchTone::protect, protect, QuenchBarTint::protect};
+    };
+    const struct {
+        const char* condition;
+        Installation installation;
+        HeatState state;
+        Shown shown;
     } rows[] = {
         {"hot, none held",
+         installed,
          {.hot = true},
-         false,
-         "Overload. Watching.",
-         QuenchTone::watch,
-         QuenchIcon::watch,
-         QuenchBarTint::hotWatch},
+         {"Overload. Watching.", QuenchTone::watch, watch, QuenchBarTint::hotWatch}},
         {"hot, observing",
+         observingOnly,
          {.hot = true},
-         true,
-         "Watching. AI keeps running.",
-         QuenchTone::watch,
-         QuenchIcon::watch,
-         QuenchBarTint::watch},
+         {"Watching. AI keeps running.", QuenchTone::watch, watch, QuenchBarTint::watch}},
         {"hot, observing, held",
+         observingOnly,
          {.hot = true, .paused = {held}},
-         true,
-         "Watching. AI keeps running.",
-         QuenchTone::watch,
-         QuenchIcon::protect,
-         QuenchBarTint::protect},
-        {"hot, held",
-         {.hot = true, .paused = {held}},
-         false,
-         "Holding until pressure drops. The machine is not fighting the AI for CPU.",
-         QuenchTone::protect,
-         QuenchIcon::protect,
-         QuenchBarTint::protect},
+         {"Watching. AI keeps running.", QuenchTone::watch, protect, QuenchBarTint::protect}},
+        {"hot, held", installed, {.hot = true, .paused = {held}}, protecting(holding)},
         {"hot, held, swap critical",
+         installed,
          {.hot = true, .paused = {held}, .lastMetrics = criticalMetrics},
-         false,
-         "Using extra memory on disk. Work is progressing.",
-         QuenchTone::protect,
-         QuenchIcon::protect,
-         QuenchBarTint::protect},
-        {"slowed",
-         {.slowActive = true},
-         false,
-         easedBack,
-         QuenchTone::protect,
-         QuenchIcon::protect,
-         QuenchBarTint::protect},
+         protecting(onDisk)},
+        {"slowed", installed, {.slowActive = true}, protecting(easedBack)},
         {"false heat",
+         installed,
          {.thermalTruth = "false-heat"},
-         false,
-         "Using extra memory on disk. Work is progressing.",
-         QuenchTone::watch,
-         QuenchIcon::watch,
-         QuenchBarTint::falseHeat},
+         {onDisk, QuenchTone::watch, watch, QuenchBarTint::falseHeat}},
         {"false heat, slowed",
+         installed,
          {.thermalTruth = "false-heat", .slowActive = true},
-         false,
-         "AI is eased back. The machine is not fighting the AI for CPU. Using extra memory on disk. Work is "
-         "progressing.",
-         QuenchTone::protect,
-         QuenchIcon::protect,
-         QuenchBarTint::protect},
+         protecting(easedBackOnDisk)},
         {"restored once",
+         installed,
          {.lastRestoreAt = "t"},
-         false,
-         "Calm streak. AI continued where it left off.",
-         QuenchTone::cool,
-         QuenchIcon::cool,
-         QuenchBarTint::cool},
-        {"calm",
-         {},
-         false,
-         "Machine is calm. AI keeps running as usual.",
-         QuenchTone::cool,
-         QuenchIcon::cool,
-         QuenchBarTint::cool},
+         {"Calm streak. AI continued where it left off.", QuenchTone::cool, cool, QuenchBarTint::cool}},
+        {"calm", installed, {}, {calm, QuenchTone::cool, cool, QuenchBarTint::cool}},
         {"held after the heat",
+         installed,
          {.coolStreak = 3, .paused = {held, held}},
-         false,
-         "Holding until pressure drops. Memory stays; full speed returns when safe.",
-         QuenchTone::protect,
-         QuenchIcon::protect,
-         QuenchBarTint::protect},
+         protecting("Holding until pressure drops. Memory stays; full speed returns when safe.")},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.condition);
-        installAgent(row.observeOnly ? "--dry-run" : "<plist/>");
+        install(row.installation);
         HeatState state = row.state;
         state.lastCheck = fresh;
         const QuenchStatus status = build(state);
-        EXPECT_EQ(status.headline, row.headline);
-        EXPECT_EQ(status.tone, row.tone);
-        EXPECT_EQ(status.icon, row.icon);
-        EXPECT_EQ(status.barTint, row.tint);
+        EXPECT_EQ(status.headline, row.shown.headline);
+        EXPECT_EQ(status.tone, row.shown.tone);
+        EXPECT_EQ(status.icon, row.shown.icon);
+        EXPECT_EQ(status.barTint, row.shown.tint);
     }
 }
 
@@ -456,16 +343,16 @@ TEST_F(Builder, TheCheckersOwnStoryWinsOnlyWhileNothingIsGoingOn)
         HeatState state;
         bool wins;
     } rows[] = {
-        {"calm", {}, true},
-        {"calm, with metrics", {.lastMetrics = calmMetrics}, true},
-        {"calm, restored once", {.lastRestoreAt = "t"}, true},
-        {"false heat", {.thermalTruth = "false-heat"}, true},
-        {"held", {.paused = {held}}, false},
-        {"slowed", {.slowActive = true}, false},
-        {"swap critical", {.lastMetrics = criticalMetrics}, false},
-        {"hot", {.hot = true}, false},
+        {.condition = "calm", .state = {}, .wins = true},
+        {.condition = "calm, with metrics", .state = {.lastMetrics = calmMetrics}, .wins = true},
+        {.condition = "calm, restored once", .state = {.lastRestoreAt = "t"}, .wins = true},
+        {.condition = "false heat", .state = {.thermalTruth = "false-heat"}, .wins = true},
+        {.condition = "held", .state = {.paused = {held}}, .wins = false},
+        {.condition = "slowed", .state = {.slowActive = true}, .wins = false},
+        {.condition = "swap critical", .state = {.lastMetrics = criticalMetrics}, .wins = false},
+        {.condition = "hot", .state = {.hot = true}, .wins = false},
     };
-    installAgent();
+    install();
     for (const auto& row : rows) {
         HeatState state = row.state;
         state.lastCheck = fresh;
@@ -480,7 +367,7 @@ TEST_F(Builder, TheCheckersOwnStoryWinsOnlyWhileNothingIsGoingOn)
 
 TEST_F(Builder, TheToneOfTheCheckersOwnStoryPicksTheIcon)
 {
-    installAgent();
+    install();
     const std::pair<QuenchTone, QuenchIcon> rows[] = {{QuenchTone::cool, QuenchIcon::cool},
                                                       {QuenchTone::protect, QuenchIcon::protect},
                                                       {QuenchTone::watch, QuenchIcon::watch}};
@@ -494,7 +381,7 @@ TEST_F(Builder, TheToneOfTheCheckersOwnStoryPicksTheIcon)
 
 TEST_F(Builder, ATrendUnderACalmStoryColoursTheGlyphOnly)
 {
-    installAgent();
+    install();
     const QuenchStatus status = build(HeatState{.lastCheck = fresh,
                                                 .story = VerdictStory{"All quiet.", QuenchTone::cool},
                                                 .spectrumClass = SpectrumClass::trend});
@@ -507,87 +394,88 @@ TEST_F(Builder, TheTextsOfTheWaitingSituationsFollowTheLanguage)
 {
     L10n::testingLanguage = AppLanguage::ja;
     EXPECT_EQ(build(std::nullopt).headline, "チェック未設定");
-    installAgent();
+    install();
     EXPECT_EQ(build(std::nullopt).headline, "まもなくチェックします。");
     EXPECT_EQ(build(std::nullopt).detail, "約1分ごとにチェック.");
-    switchOff();
+    install({.protectionOff = true});
     EXPECT_EQ(build(std::nullopt).headline, protectionOff);
 }
 
 TEST(StatusStaleness, AStateIsStaleStrictlyAfterTwoMinutes)
 {
     EXPECT_EQ(QuenchStatusBuilder::staleAfterSeconds, 120.0);
-    const std::pair<std::optional<Text>, bool> rows[] = {
-        {"2026-03-01T12:00:00Z", false},
-        {"2026-03-01T11:58:00Z", false},
-        {"2026-03-01T11:58:00", false},
-        {"2026-03-01T11:57:59.999Z", true},
-        {"2026-03-01T11:57:59Z", true},
-        {"2026-03-01T12:00:01Z", false},
-        {"2036-03-01T12:00:00Z", false},
-        {"2026-03-01T21:00:00+09:00", false},
-        {std::nullopt, true},
-        {"", true},
-        {"soon", true},
-        {"2026-03-01", true},
+    const struct {
+        std::optional<Text> lastCheck;
+        bool isStale;
+    } rows[] = {
+        {.lastCheck = "2026-03-01T12:00:00Z", .isStale = false},
+        {.lastCheck = "2026-03-01T11:58:00Z", .isStale = false},
+        {.lastCheck = "2026-03-01T11:58:00", .isStale = false},
+        {.lastCheck = "2026-03-01T11:57:59.999Z", .isStale = true},
+        {.lastCheck = "2026-03-01T11:57:59Z", .isStale = true},
+        {.lastCheck = "2026-03-01T12:00:01Z", .isStale = false},
+        {.lastCheck = "2036-03-01T12:00:00Z", .isStale = false},
+        {.lastCheck = "2026-03-01T21:00:00+09:00", .isStale = false},
+        {.lastCheck = std::nullopt, .isStale = true},
+        {.lastCheck = "", .isStale = true},
+        {.lastCheck = "soon", .isStale = true},
+        {.lastCheck = "2026-03-01", .isStale = true},
     };
-    for (const auto& [lastCheck, expected] : rows)
-        EXPECT_EQ(isStale(HeatState{.lastCheck = lastCheck}, noon), expected) << lastCheck.value_or("none").utf8();
+    for (const auto& row : rows)
+        EXPECT_EQ(isStale(HeatState{.lastCheck = row.lastCheck}, noon), row.isStale)
+            << row.lastCheck.value_or("none").utf8();
 }
 
 TEST(StatusTint, TheFirstRuleThatFitsWins)
 {
+    using enum QuenchBarTint;
     const PausedEntry held{.label = "A"};
     const auto loop = SpectrumClass::loop;
     const struct {
         const char* condition;
         HeatState state;
         QuenchIcon icon;
-        bool observeOnly;
-        QuenchBarTint expected;
+        QuenchBarTint tint;
+        bool observeOnly = false;
     } rows[] = {
-        {"held",
-         {.hot = true, .paused = {held}, .spectrumClass = loop},
-         QuenchIcon::cool,
-         true,
-         QuenchBarTint::protect},
-        {"slowed",
-         {.thermalTruth = "false-heat", .hot = true, .slowActive = true},
-         QuenchIcon::watch,
-         false,
-         QuenchBarTint::protect},
-        {"hot, observing",
-         {.thermalTruth = "false-heat", .hot = true, .spectrumClass = loop},
-         QuenchIcon::cool,
-         true,
-         QuenchBarTint::watch},
-        {"hot",
-         {.thermalTruth = "false-heat", .hot = true, .spectrumClass = loop},
-         QuenchIcon::cool,
-         false,
-         QuenchBarTint::hotWatch},
-        {"false heat",
-         {.thermalTruth = "false-heat", .spectrumClass = loop},
-         QuenchIcon::cool,
-         false,
-         QuenchBarTint::falseHeat},
-        {"false heat, observing", {.thermalTruth = "false-heat"}, QuenchIcon::watch, true, QuenchBarTint::falseHeat},
-        {"false heat in other letters", {.thermalTruth = "FALSE-HEAT"}, QuenchIcon::watch, false, QuenchBarTint::watch},
-        {"loop", {.spectrumClass = loop}, QuenchIcon::watch, false, QuenchBarTint::spectrumLoop},
-        {"trend", {.spectrumClass = SpectrumClass::trend}, QuenchIcon::watch, false, QuenchBarTint::spectrumTrend},
-        {"flat", {.spectrumClass = SpectrumClass::flat}, QuenchIcon::watch, true, QuenchBarTint::spectrumFlat},
-        {"insufficient",
-         {.spectrumClass = SpectrumClass::insufficient},
-         QuenchIcon::watch,
-         false,
-         QuenchBarTint::spectrumInsufficient},
-        {"icon cool", {}, QuenchIcon::cool, false, QuenchBarTint::cool},
-        {"icon protect", {}, QuenchIcon::protect, false, QuenchBarTint::protect},
-        {"icon watch", {}, QuenchIcon::watch, true, QuenchBarTint::watch},
-        {"icon stale", {}, QuenchIcon::stale, false, QuenchBarTint::stale},
+        {.condition = "held",
+         .state = {.hot = true, .paused = {held}, .spectrumClass = loop},
+         .icon = QuenchIcon::cool,
+         .tint = protect,
+         .observeOnly = true},
+        {"slowed", {.thermalTruth = "false-heat", .hot = true, .slowActive = true}, QuenchIcon::watch, protect},
+        {.condition = "hot, observing",
+         .state = {.thermalTruth = "false-heat", .hot = true, .spectrumClass = loop},
+         .icon = QuenchIcon::cool,
+         .tint = watch,
+         .observeOnly = true},
+        {"hot", {.thermalTruth = "false-heat", .hot = true, .spectrumClass = loop}, QuenchIcon::cool, hotWatch},
+        {"false heat", {.thermalTruth = "false-heat", .spectrumClass = loop}, QuenchIcon::cool, falseHeat},
+        {.condition = "false heat, observing",
+         .state = {.thermalTruth = "false-heat"},
+         .icon = QuenchIcon::watch,
+         .tint = falseHeat,
+         .observeOnly = true},
+        {"false heat in other letters", {.thermalTruth = "FALSE-HEAT"}, QuenchIcon::watch, watch},
+        {"loop", {.spectrumClass = loop}, QuenchIcon::watch, spectrumLoop},
+        {"trend", {.spectrumClass = SpectrumClass::trend}, QuenchIcon::watch, spectrumTrend},
+        {.condition = "flat, observing",
+         .state = {.spectrumClass = SpectrumClass::flat},
+         .icon = QuenchIcon::watch,
+         .tint = spectrumFlat,
+         .observeOnly = true},
+        {"insufficient", {.spectrumClass = SpectrumClass::insufficient}, QuenchIcon::watch, spectrumInsufficient},
+        {"icon cool", {}, QuenchIcon::cool, cool},
+        {"icon protect", {}, QuenchIcon::protect, protect},
+        {.condition = "icon watch, observing",
+         .state = {},
+         .icon = QuenchIcon::watch,
+         .tint = watch,
+         .observeOnly = true},
+        {"icon stale", {}, QuenchIcon::stale, stale},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(resolveBarTint({.state = row.state, .icon = row.icon, .observeOnly = row.observeOnly}), row.expected)
+        EXPECT_EQ(resolveBarTint({.state = row.state, .icon = row.icon, .observeOnly = row.observeOnly}), row.tint)
             << row.condition;
 }
 

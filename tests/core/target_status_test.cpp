@@ -8,24 +8,32 @@ namespace {
 using TargetStatusLogic::Facts;
 using TargetStatusLogic::Resolution;
 
-TEST(TargetStatus, EveryCombination)
+TEST(TargetStatus, ARunningProcessIsEasedBackForAnyReasonAndAnAbsentOneIsIdleWhateverIsSaid)
 {
     const Resolution idle{TargetStatusKind::idle, "Idle"};
     const Resolution running{TargetStatusKind::running, "running"};
     const Resolution easedBack{TargetStatusKind::easedBack, "Eased back"};
-    for (int bits = 0; bits < 16; ++bits) {
-        const Facts facts{.processPresent = (bits & 1) != 0,
-                          .listedInPaused = (bits & 2) != 0,
-                          .processStopped = (bits & 4) != 0,
-                          .slowOrThrottle = (bits & 8) != 0};
-        const Resolution& expected = bits % 2 == 0 ? idle : bits == 1 ? running : easedBack;
-        EXPECT_EQ(TargetStatusLogic::resolve(facts), expected) << bits;
+    const struct {
+        const char* said;
+        Facts facts;
+        Resolution whilePresent;
+    } rows[] = {
+        {"nothing", {}, running},
+        {"listed", {.listedInPaused = true}, easedBack},
+        {"stopped", {.processStopped = true}, easedBack},
+        {"slowed", {.slowOrThrottle = true}, easedBack},
+        {"listed, stopped", {.listedInPaused = true, .processStopped = true}, easedBack},
+        {"listed, slowed", {.listedInPaused = true, .slowOrThrottle = true}, easedBack},
+        {"stopped, slowed", {.processStopped = true, .slowOrThrottle = true}, easedBack},
+        {"everything", {.listedInPaused = true, .processStopped = true, .slowOrThrottle = true}, easedBack},
+    };
+    for (const auto& row : rows) {
+        Facts facts = row.facts;
+        facts.processPresent = true;
+        EXPECT_EQ(TargetStatusLogic::resolve(facts), row.whilePresent) << row.said;
+        facts.processPresent = false;
+        EXPECT_EQ(TargetStatusLogic::resolve(facts), idle) << row.said;
     }
-}
-
-TEST(TargetStatus, AnAbsentProcessIsIdleEvenWhenListedAsHeld)
-{
-    EXPECT_EQ(TargetStatusLogic::resolve({.listedInPaused = true}).kind, TargetStatusKind::idle);
 }
 
 }  // namespace

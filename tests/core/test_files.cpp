@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -37,6 +38,12 @@ void writeBytes(const fs::path& path, std::string_view bytes)
 }
 
 }  // namespace
+
+std::string contentOf(const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 ScratchFolder::ScratchFolder()
 {

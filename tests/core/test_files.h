@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <ostream>
+#include <string>
 #include <string_view>
 
 #include "text.h"
@@ -15,6 +16,9 @@ namespace quenchly {
 void PrintTo(const Text& text, std::ostream* out);
 
 namespace testing {
+
+/// What a file holds; nothing where it cannot be read.
+std::string contentOf(const std::filesystem::path& file);
 
 /// A fresh, empty folder of its own, removed with everything in it at the end. Paths are relative to it; the folders on
 /// the way are made.

@@ -172,7 +172,8 @@ TEST(ProtectionAppliesHonesty, SpeaksOnlyWhenProtectionIsOnAndHasNothingToActOn)
     };
     for (const auto& row : rows)
         EXPECT_EQ(protectionAppliesHonesty(row.facts), row.expected)
-            << row.facts.protectOn << row.facts.overload << row.facts.anyListedLive;
+            << (row.facts.protectOn ? "on" : "off") << (row.facts.overload ? ", overload" : ", no overload")
+            << (row.facts.anyListedLive ? ", live" : ", none live");
 }
 
 TEST(HeldTargetDetail, CriticalSwapBeatsOverload)

@@ -5,10 +5,10 @@
 #include <atomic>
 #include <filesystem>
 #include <future>
-#include <iterator>
 #include <string>
 
 #include "heat_state.h"
+#include "own_process.h"
 #include "test_files.h"
 
 namespace quenchly {
@@ -133,13 +133,10 @@ TEST(FileReading, NoDescriptorStaysOpenWhateverTheOutcome)
     const ScratchFolder scratch;
     const fs::path paths[] = {scratch.write("file", "x"), scratch / "absent", scratch.makeFolder("folder"),
                               scratch.makeFifo("fifo"), scratch.writeSparse("huge", "", maxFileBytes + 1)};
-    const auto openDescriptors = [] {
-        return std::distance(fs::directory_iterator("/dev/fd"), fs::directory_iterator());
-    };
-    const auto before = openDescriptors();
+    const int before = testing::openDescriptors();
     for (const fs::path& path : paths)
         readFile(path);
-    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_EQ(testing::openDescriptors(), before);
 }
 
 TEST(FileReading, AFileReplacedWhileItIsReadIsWhollyTheOldOrWhollyTheNewOne)

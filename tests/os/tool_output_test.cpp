@@ -1,19 +1,11 @@
 #include "tool_output.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <filesystem>
-#include <iterator>
+#include "own_process.h"
 
 namespace quenchly {
 namespace {
-
-std::ptrdiff_t openDescriptors()
-{
-    std::filesystem::directory_iterator descriptors("/dev/fd");
-    return std::distance(begin(descriptors), end(descriptors));
-}
 
 TEST(RunTool, StandardOutputAndExitStatus)
 {
@@ -52,11 +44,11 @@ TEST(RunTool, DeathBySignalIsNoExitStatus)
 
 TEST(RunTool, LeavesNoDescriptorAndNoChildBehind)
 {
-    const auto before = openDescriptors();
+    const int before = testing::openDescriptors();
     for (int i = 0; i < 20; ++i)
         runTool({i % 2 == 0 ? "/bin/true" : "/nowhere/tool"});
-    EXPECT_EQ(openDescriptors(), before);
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(testing::openDescriptors(), before);
+    EXPECT_TRUE(testing::hasNoChild());
 }
 
 }  // namespace
