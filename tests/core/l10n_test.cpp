@@ -69,6 +69,39 @@ const Golden goldenLabels[] = {
     {"auto_updates_off",
      {"Auto updates: Off", "自動アップデート確認: オフ", "자동 업데이트 확인: 꺼짐", "自动检查更新：关",
       "自動檢查更新：關", "Auto updates: Off"}},
+    {"protection_off",
+     {"Protection Off", "Protection オフ", "Protection 꺼짐", "Protection 关", "Protection 關", "Protection Off"}},
+    {"checks_not_set_up",
+     {"Checks not set up", "チェック未設定", "검사 미설정", "检查未设置", "檢查未設定",
+      "Hindi pa naka-set ang checks"}},
+    {"checking_in_a_moment",
+     {"Checking in a moment.", "まもなくチェックします。", "곧 검사합니다.", "即将检查。", "即將檢查。",
+      "Magche-check sandali."}},
+    {"checking_now", {"Checking now", "チェック中", "검사 중", "正在检查", "正在檢查", "Nagche-check ngayon"}},
+    {"protection_applies_to",
+     {"Protection applies to", "Protectionの対象", "Protection 대상", "Protection 适用于", "Protection 適用於",
+      "Sakop ng Protection"}},
+    {"only_listed_ai",
+     {"Only Ollama, MLX, LM Studio.", "Ollama、MLX、LM Studioのみ。", "Ollama, MLX, LM Studio만.",
+      "仅 Ollama、MLX、LM Studio。", "僅 Ollama、MLX、LM Studio。", "Ollama, MLX, LM Studio lang."}},
+    {"acknowledge", {"Acknowledge", "了解", "확인", "确认", "確認", "Acknowledge"}},
+    {"open_at_login_on",
+     {"Open at Login: On", "ログイン時に開く: オン", "로그인 시 열기: 켜짐", "登录时打开：开", "登入時開啟：開",
+      "Buksan sa Login: On"}},
+    {"open_at_login_off",
+     {"Open at Login: Off", "ログイン時に開く: オフ", "로그인 시 열기: 꺼짐", "登录时打开：关", "登入時開啟：關",
+      "Buksan sa Login: Off"}},
+    {"auto_updates_on",
+     {"Auto updates: On", "自動アップデート確認: オン", "자동 업데이트 확인: 켜짐", "自动检查更新：开",
+      "自動檢查更新：開", "Auto updates: On"}},
+    {"updates_not_configured",
+     {"Updates not configured yet", "アップデートはまだ設定されていません", "업데이트가 아직 설정되지 않음",
+      "尚未配置更新", "尚未設定更新", "Hindi pa naka-set ang updates"}},
+    {"live_data", {"Live data", "ライブデータ", "라이브 데이터", "实时数据", "即時資料", "Live data"}},
+    {"report_problem",
+     {"Report a problem", "問題を報告", "문제 보고", "报告问题", "回報問題", "I-report ang problema"}},
+    {"load", {"load", "負荷", "부하", "负载", "負載", "load"}},
+    {"swap", {"swap", "スワップ", "스왑", "交换", "交換", "swap"}},
 };
 
 const std::set<std::string_view> sameAsEnglishInFilipino{"live_data",
@@ -317,7 +350,7 @@ TEST(L10nTables, LabelsReadAsAgreed)
 {
     for (const Golden& golden : goldenLabels)
         for (std::size_t i = 0; i < allLanguages.size(); ++i)
-            EXPECT_EQ(lookUp(allLanguages[i], golden.key), golden.texts[i]);
+            EXPECT_EQ(lookUp(allLanguages[i], golden.key), golden.texts[i]) << golden.key;
 }
 
 TEST(L10nTables, EveryTableIsTheOneOfItsLanguage)

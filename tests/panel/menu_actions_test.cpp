@@ -128,8 +128,6 @@ TEST_F(MenuContentTest, WithoutAConfiguredUpdaterOnlyTheAutomaticUpdatesAreMissi
     for (const bool enabled : {false, true}) {
         situation.automaticChecksEnabled = enabled;
         EXPECT_EQ(actions(content()), without);
-        EXPECT_EQ(row(content(), MenuAction::checkForUpdates),
-                  enabledRow(MenuAction::checkForUpdates, "Check for Updates...", "", "help_check_for_updates"));
     }
 }
 

@@ -2,22 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <chrono>
-#include <string>
-#include <string_view>
 #include <vector>
 
-#include "l10n.h"
 #include "menu_content.h"
+#include "noon.h"
+#include "shown_language.h"
 
 namespace quenchly::testing {
-
-/// In the order of the columns of the tables of texts.
-inline constexpr std::array allLanguages{AppLanguage::en,     AppLanguage::ja,     AppLanguage::ko,
-                                         AppLanguage::zhHans, AppLanguage::zhHant, AppLanguage::tl};
-
-inline const Instant noon = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + std::chrono::hours(12);
 
 /// Checked half a minute before noon, nothing eased, nothing set aside.
 inline QuenchStatus calmStatus()
@@ -48,11 +39,8 @@ inline QuarantinedEntry setAsideProcess(const Text& id, const Text& command = "o
 }
 
 /// Content in English for a calm machine with everything set up, until a test changes the parts.
-class MenuContentTest : public ::testing::Test {
+class MenuContentTest : public InEnglish {
 protected:
-    MenuContentTest() { L10n::testingLanguage = AppLanguage::en; }
-    ~MenuContentTest() override { L10n::testingLanguage.reset(); }
-
     MenuContent content() const { return menuContent(situation); }
 
     void notSetUp() { status.agentInstalled = false; }

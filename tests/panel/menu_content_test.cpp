@@ -33,6 +33,22 @@ std::string paragraphs(const std::vector<std::string_view>& keys)
     return text;
 }
 
+struct Installation {
+    bool agentInstalled = true;
+    bool protectionOff = false;
+};
+
+constexpr Installation protecting;
+constexpr Installation switchedOff{.protectionOff = true};
+constexpr Installation notInstalled{.agentInstalled = false};
+constexpr Installation offAndNotInstalled{.agentInstalled = false, .protectionOff = true};
+
+void install(QuenchStatus& status, const Installation& installation)
+{
+    status.agentInstalled = installation.agentInstalled;
+    status.managementDisabled = installation.protectionOff;
+}
+
 std::vector<std::string> labels(const MenuContent::SetAside& setAside)
 {
     std::vector<std::string> result;
@@ -65,24 +81,24 @@ TEST_F(MenuContentTest, TheHeaderCarriesTheStatussTintHeadlineAndDetail)
 TEST_F(MenuContentTest, MissingChecksComeBeforeProtectionInTheLockup)
 {
     const struct {
-        bool agentInstalled;
-        bool managementDisabled;
+        const char* condition;
+        Installation installation;
         const char* lockup;
         const char* helpKey;
         MenuTone tone;
     } rows[] = {
-        {false, false, "Checks not set up", "help_checks_not_set_up", MenuTone::clay},
-        {false, true, "Checks not set up", "help_checks_not_set_up", MenuTone::clay},
-        {true, true, "Protection Off", "help_protection_off", MenuTone::clay},
-        {true, false, "Protection On", "help_protection_on", MenuTone::gold},
+        {"not set up", notInstalled, "Checks not set up", "help_checks_not_set_up", MenuTone::clay},
+        {"not set up, off", offAndNotInstalled, "Checks not set up", "help_checks_not_set_up", MenuTone::clay},
+        {"off", switchedOff, "Protection Off", "help_protection_off", MenuTone::clay},
+        {"on", protecting, "Protection On", "help_protection_on", MenuTone::gold},
     };
     for (const auto& row : rows) {
-        status.agentInstalled = row.agentInstalled;
-        status.managementDisabled = row.managementDisabled;
+        SCOPED_TRACE(row.condition);
+        install(status, row.installation);
         const MenuContent::Header header = content().header;
         EXPECT_EQ(header.lockup, row.lockup);
         EXPECT_EQ(header.lockupHelp, L10n::t(row.helpKey));
-        EXPECT_EQ(header.lockupTone, row.tone) << row.lockup;
+        EXPECT_EQ(header.lockupTone, row.tone);
     }
 }
 
@@ -92,23 +108,26 @@ TEST_F(MenuContentTest, TheStatusHelpCollectsItsParagraphsInOrder)
     constexpr const char* retaining = "help_retaining_memory";
     constexpr const char* notSetUp = "help_checks_not_set_up";
     const struct {
-        bool swapCritical;
-        bool agentInstalled;
-        bool managementDisabled;
+        const char* condition;
+        Installation installation;
         std::vector<std::string_view> keys;
     } rows[] = {
-        {false, true, false, {retaining}},      {false, true, true, {}},
-        {false, false, false, {notSetUp}},      {false, false, true, {notSetUp}},
-        {true, true, false, {swap, retaining}}, {true, true, true, {swap}},
-        {true, false, false, {swap, notSetUp}}, {true, false, true, {swap, notSetUp}},
+        {"on", protecting, {retaining}},
+        {"off", switchedOff, {}},
+        {"not set up", notInstalled, {notSetUp}},
+        {"not set up, off", offAndNotInstalled, {notSetUp}},
     };
     for (const AppLanguage language : allLanguages) {
         L10n::testingLanguage = language;
         for (const auto& row : rows) {
-            status.swapCritical = row.swapCritical;
-            status.agentInstalled = row.agentInstalled;
-            status.managementDisabled = row.managementDisabled;
+            SCOPED_TRACE(std::string(row.condition) + " in " + std::string(rawValue(language)));
+            install(status, row.installation);
+            status.swapCritical = false;
             EXPECT_EQ(content().header.statusHelp, paragraphs(row.keys));
+            std::vector<std::string_view> afterSwap{swap};
+            afterSwap.insert(afterSwap.end(), row.keys.begin(), row.keys.end());
+            status.swapCritical = true;
+            EXPECT_EQ(content().header.statusHelp, paragraphs(afterSwap)) << "with critical swap";
         }
     }
 }
@@ -252,34 +271,30 @@ TEST_F(MenuContentTest, RowsBeyondTheBoundAreCounted)
 
 TEST_F(MenuContentTest, ProtectionThatHasNothingToActOnIsAdmitted)
 {
-    const struct {
-        bool protectOn;
-        bool overload;
-        bool listedLive;
-        const char* line;
-    } rows[] = {
-        {true, false, false, noListedAiOpen},
-        {true, true, false, overloadNoAi},
-        {true, false, true, ""},
-        {true, true, true, ""},
-        {false, false, false, ""},
-        {false, true, false, ""},
-        {false, false, true, ""},
-        {false, true, true, ""},
+    struct Row {
+        Installation installation;
+        bool overload = false;
+        bool listedLive = false;
+        const char* line = "";
     };
-    for (const auto& row : rows) {
-        status.managementDisabled = !row.protectOn;
+    const std::pair<const char*, Row> rows[] = {
+        {"on", {.installation = protecting, .line = noListedAiOpen}},
+        {"on, overload", {.installation = protecting, .overload = true, .line = overloadNoAi}},
+        {"on, live", {.installation = protecting, .listedLive = true}},
+        {"on, overload, live", {.installation = protecting, .overload = true, .listedLive = true}},
+        {"off", {.installation = switchedOff}},
+        {"off, overload", {.installation = switchedOff, .overload = true}},
+        {"off, live", {.installation = switchedOff, .listedLive = true}},
+        {"off, overload, live", {.installation = switchedOff, .overload = true, .listedLive = true}},
+        {"not set up", {.installation = notInstalled}},
+        {"not set up, overload", {.installation = notInstalled, .overload = true}},
+    };
+    for (const auto& [condition, row] : rows) {
+        install(status, row.installation);
         status.stillOverloaded = row.overload;
         targetRows[3].state = row.listedLive ? State::paused : State::unknown;
-        EXPECT_EQ(content().targets.honesty, row.line);
+        EXPECT_EQ(content().targets.honesty, row.line) << condition;
     }
-}
-
-TEST_F(MenuContentTest, WithoutChecksNothingIsSaidOfWhatProtectionActsOn)
-{
-    EXPECT_EQ(content().targets.honesty, noListedAiOpen);
-    notSetUp();
-    EXPECT_EQ(content().targets.honesty, "");
 }
 
 TEST_F(MenuContentTest, OnlyListedAiCountsAsSomethingToActOn)
@@ -400,7 +415,7 @@ TEST_F(MenuContentTest, AnEntryIsCalledByItsProgramOrItsAgent)
     for (const auto& row : rows) {
         status.quarantine = {row.entry};
         ASSERT_TRUE(content().setAside);
-        EXPECT_EQ(labels(*content().setAside), std::vector<std::string>{row.label});
+        EXPECT_EQ(labels(*content().setAside), std::vector<std::string>{row.label}) << row.entry.cmd.utf8();
     }
 }
 
@@ -442,6 +457,7 @@ TEST_F(MenuContentTest, TheFullTextAddsTheCommandAndTheReasonWhereTheySayMore)
     for (const auto& row : rows) {
         status.quarantine = {{.id = "pid-7", .cmd = row.command, .reason = row.reason}};
         ASSERT_TRUE(content().setAside);
+        SCOPED_TRACE(std::string(row.command) + ", " + row.reason);
         EXPECT_EQ(content().setAside->entries[0].fullText, row.fullText);
         EXPECT_NE(content().setAside->entries[0].label, "");
     }

@@ -2,15 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
 #include <utility>
 
-#include "l10n.h"
+#include "shown_language.h"
 
 namespace quenchly {
 namespace {
@@ -26,14 +24,8 @@ constexpr std::uint32_t amber = 0xE19A3C;
 constexpr std::uint32_t clay = 0xF09A74;
 constexpr std::uint32_t red = 0xD4483C;
 
-constexpr std::array allLanguages{AppLanguage::en,     AppLanguage::ja,     AppLanguage::ko,
-                                  AppLanguage::zhHans, AppLanguage::zhHant, AppLanguage::tl};
-
-class MetricsMetersTest : public ::testing::Test {
-protected:
-    MetricsMetersTest() { L10n::testingLanguage = AppLanguage::en; }
-    ~MetricsMetersTest() override { L10n::testingLanguage.reset(); }
-};
+using testing::allLanguages;
+using MetricsMetersTest = testing::InEnglish;
 
 MeterContent load(const LastMetrics& metrics)
 {
@@ -67,9 +59,21 @@ TEST_F(MetricsMetersTest, TheLoadBarFollowsTheLoadAverageForEachProcessor)
         std::int64_t cpuCount;
         double fill;
     } rows[] = {
-        {0, 8, 0},    {4, 8, 50},      {8, 8, 100},        {8.001, 8, 100},   {12, 8, 100},
-        {3, 0, 100},  {0.5, 0, 50},    {0.5, -4, 50},      {0.5, least, 50},  {1, most, 100 / 9223372036854775808.0},
-        {-0.1, 8, 0}, {1e308, 1, 100}, {infinity, 8, 100}, {-infinity, 8, 0}, {notANumber, 8, 0},
+        {.load1 = 0, .cpuCount = 8, .fill = 0},
+        {.load1 = 4, .cpuCount = 8, .fill = 50},
+        {.load1 = 8, .cpuCount = 8, .fill = 100},
+        {.load1 = 8.001, .cpuCount = 8, .fill = 100},
+        {.load1 = 12, .cpuCount = 8, .fill = 100},
+        {.load1 = 3, .cpuCount = 0, .fill = 100},
+        {.load1 = 0.5, .cpuCount = 0, .fill = 50},
+        {.load1 = 0.5, .cpuCount = -4, .fill = 50},
+        {.load1 = 0.5, .cpuCount = least, .fill = 50},
+        {.load1 = 1, .cpuCount = most, .fill = 100 / 9223372036854775808.0},
+        {.load1 = -0.1, .cpuCount = 8, .fill = 0},
+        {.load1 = 1e308, .cpuCount = 1, .fill = 100},
+        {.load1 = infinity, .cpuCount = 8, .fill = 100},
+        {.load1 = -infinity, .cpuCount = 8, .fill = 0},
+        {.load1 = notANumber, .cpuCount = 8, .fill = 0},
     };
     for (const auto& row : rows)
         EXPECT_EQ(load({.load1 = row.load1, .cpuCount = row.cpuCount}).fill, row.fill)
@@ -99,8 +103,9 @@ TEST_F(MetricsMetersTest, TheLoadValueAndItsAccentFollowThePercentAlone)
     for (const auto& row : rows) {
         const MeterContent meter =
             load({.load1 = 12, .swapUsedMB = 512, .cpuCount = 8, .cpuLoadPct = row.percent, .swapCritical = true});
+        SCOPED_TRACE(row.value);
         EXPECT_EQ(meter.value, row.value);
-        EXPECT_EQ(meter.accent, row.accent) << row.percent;
+        EXPECT_EQ(meter.accent, row.accent);
         EXPECT_EQ(meter.fill, 100) << "the bar does not follow the percent";
         EXPECT_EQ(meter.subtitle, "");
     }
@@ -118,18 +123,15 @@ TEST_F(MetricsMetersTest, TheSwapBarFollowsThePercent)
 
 TEST_F(MetricsMetersTest, TheSwapAccentIsChosenInItsOrder)
 {
-    const struct {
-        std::optional<double> percent;
-        std::uint32_t accent;
-    } rows[] = {
+    const std::pair<std::optional<double>, std::uint32_t> rows[] = {
         {std::nullopt, teal}, {-1, blue},    {0, blue},       {44.999, blue}, {45, teal}, {69.999, teal},
         {70, amber},          {89.9, amber}, {89.999, amber}, {90, red},      {95, red},  {infinity, red},
         {notANumber, teal},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(swap({.swapPct = row.percent, .cpuLoadPct = 95}).accent, row.accent) << row.percent.value_or(-1000);
-        EXPECT_EQ(swap({.swapPct = row.percent, .cpuLoadPct = 95, .swapCritical = true}).accent, clay)
-            << row.percent.value_or(-1000);
+    for (const auto& [percent, accent] : rows) {
+        SCOPED_TRACE(percent.value_or(-1000));
+        EXPECT_EQ(swap({.swapPct = percent, .cpuLoadPct = 95}).accent, accent);
+        EXPECT_EQ(swap({.swapPct = percent, .cpuLoadPct = 95, .swapCritical = true}).accent, clay);
     }
 }
 
@@ -140,7 +142,7 @@ TEST_F(MetricsMetersTest, TheSwapValueIsTheRoundedPercent)
         {44.6, "45%"},         {99.5, "100%"}, {150, "150%"}, {-0.4, "0%"}, {-0.5, "-1%"}, {-2.5, "-3%"},
     };
     for (const auto& [percent, value] : rows)
-        EXPECT_EQ(swap({.swapPct = percent, .swapUsedMB = 512}).value, value);
+        EXPECT_EQ(swap({.swapPct = percent, .swapUsedMB = 512}).value, value) << percent.value_or(-1000);
 }
 
 TEST_F(MetricsMetersTest, TheSwapSubtitleIsTheAmountInUse)
@@ -188,23 +190,15 @@ TEST_F(MetricsMetersTest, FiguresBeyondAllMeasureGiveShortTexts)
     }
 }
 
-TEST_F(MetricsMetersTest, TheLabelsAndTheirHelpAreSpokenInSixLanguages)
+TEST_F(MetricsMetersTest, TheLabelsAndTheirHelpAreInTheLanguageInForce)
 {
-    const struct {
-        std::array<const char*, 6> load, swap, critical;  // in the order of `allLanguages`
-    } words = {{"load", "負荷", "부하", "负载", "負載", "load"},
-               {"swap", "スワップ", "스왑", "交换", "交換", "swap"},
-               {"extra memory on disk", "ディスク上の追加メモリ", "디스크 추가 메모리", "磁盘额外内存",
-                "磁碟額外記憶體", "extra memory sa disk"}};
-    for (std::size_t i = 0; i < allLanguages.size(); ++i) {
-        L10n::testingLanguage = allLanguages[i];
-        const MetricsMeters calm = MetricsMeters::of({.cpuLoadPct = 37, .swapCritical = false});
-        const MetricsMeters critical = MetricsMeters::of({.cpuLoadPct = 37, .swapCritical = true});
-        EXPECT_EQ(calm.load.label, words.load[i]);
-        EXPECT_EQ(critical.load.label, words.load[i]);
-        EXPECT_EQ(calm.swap.label, words.swap[i]);
-        EXPECT_EQ(critical.swap.label, words.critical[i]);
-        for (const MetricsMeters& meters : {calm, critical}) {
+    for (const AppLanguage language : allLanguages) {
+        SCOPED_TRACE(rawValue(language));
+        L10n::testingLanguage = language;
+        for (const bool critical : {false, true}) {
+            const MetricsMeters meters = MetricsMeters::of({.cpuLoadPct = 37, .swapCritical = critical});
+            EXPECT_EQ(meters.load.label, L10n::t("load"));
+            EXPECT_EQ(meters.swap.label, L10n::t(critical ? "extra_memory_on_disk" : "swap"));
             EXPECT_EQ(meters.load.help, L10n::t("help_load_meter"));
             EXPECT_EQ(meters.swap.help, L10n::t("help_swap_meter"));
         }
