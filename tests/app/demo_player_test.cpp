@@ -4,11 +4,11 @@
 
 #include <QTest>
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 
+#include "patience.h"
 #include "program.h"
 #include "test_files.h"
 
@@ -18,15 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using nlohmann::json;
-
-constexpr int deadline = 60'000;  // milliseconds
-
-std::string contentsOf(const fs::path& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 class DemoPlayerTest : public ::testing::Test {
 protected:
@@ -47,11 +38,11 @@ protected:
     }
 
     /// As the panel runs the tool.
-    void act(const QStringList& arguments) const
+    void act(const std::vector<std::string>& arguments) const
     {
         auto variables = system.environment;
         variables.erase("QUENCHLY_DEMO_LOG");
-        const auto run = testing::runProgram(QStringLiteral(QUENCHLY_DEMO_TOOL_PATH), arguments, variables);
+        const auto run = testing::runProgram(QUENCHLY_DEMO_TOOL_PATH, arguments, variables);
         ASSERT_EQ(run.exitStatus, 0) << run.errors;
     }
 
@@ -61,7 +52,7 @@ protected:
     }
     json state(const char* name = "heat-state.json") const
     {
-        return json::parse(contentsOf(stateFile(name)), nullptr, false);
+        return json::parse(testing::contentOf(stateFile(name)), nullptr, false);
     }
     bool isAgentInstalled() const
     {
@@ -72,7 +63,7 @@ protected:
     std::vector<json> runs() const
     {
         std::vector<json> result;
-        std::istringstream lines(contentsOf(scratch / "log"));
+        std::istringstream lines(testing::contentOf(scratch / "log"));
         for (std::string line; std::getline(lines, line);)
             result.push_back(json::parse(line, nullptr, false));
         return result;
@@ -84,7 +75,7 @@ protected:
     }
     bool waitForRefreshes(std::ptrdiff_t count) const
     {
-        return QTest::qWaitFor([&] { return refreshes() >= count; }, deadline);
+        return QTest::qWaitFor([&] { return refreshes() >= count; }, testing::patience);
     }
 
     testing::ScratchFolder scratch;
@@ -104,7 +95,7 @@ TEST_F(DemoPlayerTest, ShowsOneScenarioAfterAnother)
                     played.insert(run[1].get<std::string>());
             return played.size() == 10;
         },
-        deadline));
+        testing::patience));
     EXPECT_EQ(refreshes(), 0);
 }
 
@@ -112,17 +103,17 @@ TEST_F(DemoPlayerTest, ASingleScenarioStays)
 {
     begin("holding");
     const std::string first = state().at("lastCheck");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return state().at("lastCheck") > first; }, deadline));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state().at("lastCheck") > first; }, testing::patience));
     EXPECT_EQ(state().at("paused").size(), 2U);
 }
 
 TEST_F(DemoPlayerTest, ProtectionStaysAsItWasSwitched)
 {
     begin("");
-    act({QStringLiteral("disable")});
+    act({"disable"});
     ASSERT_TRUE(waitForRefreshes(3));
     EXPECT_TRUE(state("managed.json").contains("disabledAt"));
-    act({QStringLiteral("enable")});
+    act({"enable"});
     ASSERT_TRUE(waitForRefreshes(refreshes() + 3));
     EXPECT_FALSE(state("managed.json").contains("disabledAt"));
 }
@@ -131,7 +122,7 @@ TEST_F(DemoPlayerTest, InstalledChecksStayInstalledAndRun)
 {
     begin("not-set-up");
     ASSERT_FALSE(isAgentInstalled());
-    act({QStringLiteral("install-agent")});
+    act({"install-agent"});
     const std::string then = state().at("lastCheck");
     ASSERT_TRUE(waitForRefreshes(3));
     EXPECT_TRUE(isAgentInstalled());
@@ -147,7 +138,7 @@ TEST_F(DemoPlayerTest, WhatWasAcknowledgedStaysSo)
         ids.push_back(entry.at("id"));
     ASSERT_EQ(ids.size(), 4U);
     for (const std::string& id : ids) {
-        act({QStringLiteral("quarantine"), QStringLiteral("ack"), QString::fromStdString(id)});
+        act({"quarantine", "ack", id});
         ASSERT_TRUE(waitForRefreshes(refreshes() + 2));
     }
     const json after = state();
@@ -159,7 +150,7 @@ TEST_F(DemoPlayerTest, WhatWasUnloadedStaysUnloaded)
 {
     begin("swap-critical");
     ASSERT_TRUE(state().contains("memoryReliefTip"));
-    act({QStringLiteral("unload-listed")});
+    act({"unload-listed"});
     ASSERT_TRUE(waitForRefreshes(3));
     EXPECT_FALSE(state().contains("memoryReliefTip"));
     EXPECT_EQ(state().at("paused"), json::array());

@@ -2,14 +2,11 @@
 
 #include <QProcess>
 
+#include "patience.h"
+
 namespace quenchly::testing {
-namespace {
 
-constexpr int deadline = 60'000;  // milliseconds
-
-}  // namespace
-
-ProgramRun runProgram(const QString& program, const QStringList& arguments,
+ProgramRun runProgram(const std::string& program, const std::vector<std::string>& arguments,
                       const std::map<std::string, std::string>& variables)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -18,17 +15,25 @@ ProgramRun runProgram(const QString& program, const QStringList& arguments,
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setStandardInputFile(QProcess::nullDevice());
-    process.start(program, arguments);
+    QStringList words;
+    for (const std::string& argument : arguments)
+        words += QString::fromStdString(argument);
+    process.start(QString::fromStdString(program), words);
     ProgramRun run;
-    if (!process.waitForFinished(deadline)) {
+    if (!process.waitForFinished(patience)) {
         process.kill();
-        process.waitForFinished(deadline);
+        process.waitForFinished(patience);
     } else if (process.exitStatus() == QProcess::NormalExit) {
         run.exitStatus = process.exitCode();
     }
     run.output = process.readAllStandardOutput().toStdString();
     run.errors = process.readAllStandardError().toStdString();
     return run;
+}
+
+bool isInstalled(std::string_view path)
+{
+    return !path.ends_with("NOTFOUND");
 }
 
 }  // namespace quenchly::testing

@@ -20,11 +20,6 @@ using testing::ProgramRun;
 constexpr const char* identity = "Developer ID Application: Some One (ABCDE12345)";
 constexpr const char* key = "MCowBQYDK2VwAyEAm0k5S9dZ4x1mK3u4aQ7w8e9r0t0=";
 
-QString q(const std::string& text)
-{
-    return QString::fromStdString(text);
-}
-
 /// Notes how it was called, one line a call.
 void writeRecorder(const testing::ScratchFolder& folder, const fs::path& program)
 {
@@ -105,10 +100,7 @@ protected:
 
     static ProgramRun cmake(const std::vector<std::string>& arguments)
     {
-        QStringList words;
-        for (const std::string& argument : arguments)
-            words += q(argument);
-        return testing::runProgram(QStringLiteral(QUENCHLY_CMAKE), words, variables());
+        return testing::runProgram(QUENCHLY_CMAKE, arguments, variables());
     }
 
     static std::map<std::string, std::string> variables()
@@ -222,15 +214,13 @@ TEST_F(Bundle, WithoutAnIdentityItIsSignedForThisMachineOnly)
     other.write("A b.app/Contents/MacOS/QuenchlyMenuBar", "");
     other.write("A b.app/Contents/MacOS/quenchly", "");
     const ProgramRun run = testing::runProgram(
-        QStringLiteral("/bin/sh"),
-        {QStringLiteral(QUENCHLY_ROOT "/packaging/macos/sign-bundle"), q(other / "A b.app"), QStringLiteral("-")},
+        "/bin/sh", {QUENCHLY_ROOT "/packaging/macos/sign-bundle", other / "A b.app", "-"},
         {{"QUENCHLY_CALLS", other / "calls"}, {"PATH", (other / "tools").string() + ":/usr/bin:/bin"}});
     EXPECT_EQ(run.exitStatus, 0) << run.errors;
     const std::string app = other / "A b.app";
     const std::string sign = "codesign|--force|--preserve-metadata=entitlements|--sign|-|" + app;
-    std::ifstream file(other / "calls");
-    const std::string calls{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_EQ(calls, sign + "/Contents/MacOS/quenchly\n" + sign + "\ncodesign|--verify|--deep|--strict|" + app + "\n");
+    EXPECT_EQ(testing::contentOf(other / "calls"),
+              sign + "/Contents/MacOS/quenchly\n" + sign + "\ncodesign|--verify|--deep|--strict|" + app + "\n");
 }
 
 TEST_F(Bundle, AnInstallationThatCannotBeSignedFails)
@@ -240,9 +230,8 @@ TEST_F(Bundle, AnInstallationThatCannotBeSignedFails)
     fs::permissions(failing, fs::perms::owner_all);
     std::map<std::string, std::string> environment = variables();
     environment["PATH"] = (other / "tools").string() + ":/usr/bin:/bin";
-    const ProgramRun run = testing::runProgram(
-        QStringLiteral(QUENCHLY_CMAKE),
-        {QStringLiteral("--install"), q(*folder / "build"), QStringLiteral("--prefix"), q(other / "out")}, environment);
+    const ProgramRun run =
+        testing::runProgram(QUENCHLY_CMAKE, {"--install", *folder / "build", "--prefix", other / "out"}, environment);
     EXPECT_NE(run.exitStatus, 0);
 }
 

@@ -8,18 +8,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-QString q(const fs::path& path)
-{
-    return QString::fromStdString(path.string());
-}
-
 }  // namespace
 
 fs::path makeDebianPackage(const fs::path& folder)
 {
-    const ProgramRun run = runProgram(QStringLiteral(QUENCHLY_CPACK),
-                                      {QStringLiteral("--config"), QStringLiteral(QUENCHLY_BUILD "/CPackConfig.cmake"),
-                                       QStringLiteral("-B"), q(folder)});
+    const ProgramRun run = runProgram(QUENCHLY_CPACK, {"--config", QUENCHLY_BUILD "/CPackConfig.cmake", "-B", folder});
     EXPECT_EQ(run.exitStatus, 0) << run.output << run.errors;
     for (const auto& entry : fs::directory_iterator(folder))
         if (entry.path().extension() == ".deb")
@@ -35,21 +28,22 @@ PackageRoot::PackageRoot()
     administration_.write("status", "");
 }
 
-ProgramRun PackageRoot::dpkg(const QStringList& arguments) const
+ProgramRun PackageRoot::dpkg(const std::vector<std::string>& arguments) const
 {
     // Machines may be set up to leave documentation out.
-    const QStringList options{QStringLiteral("--instdir=") + q(root_.path()),
-                              QStringLiteral("--admindir=") + q(administration_.path()),
-                              QStringLiteral("--log=") + q(administration_ / "log"), QStringLiteral("--path-include=*"),
-                              QStringLiteral("--force-not-root,depends,bad-path")};
-    if (geteuid() == 0)
-        return runProgram(QStringLiteral("dpkg"), options + arguments);
-    return runProgram(QStringLiteral("fakeroot"), QStringList{QStringLiteral("dpkg")} + options + arguments);
+    std::vector<std::string> words{"dpkg",
+                                   "--instdir=" + root_.path().string(),
+                                   "--admindir=" + administration_.path().string(),
+                                   "--log=" + (administration_ / "log").string(),
+                                   "--path-include=*",
+                                   "--force-not-root,depends,bad-path"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return runProgram(geteuid() == 0 ? "env" : "fakeroot", words);
 }
 
 ProgramRun PackageRoot::install(const fs::path& package) const
 {
-    return dpkg({QStringLiteral("--install"), q(package)});
+    return dpkg({"--install", package});
 }
 
 std::set<std::string> PackageRoot::entries() const
@@ -66,9 +60,8 @@ std::string PackageRoot::record() const
     for (const auto& entry : fs::directory_iterator(administration_ / "info"))
         if (entry.path().filename().string().starts_with("quenchly"))
             record += entry.path().filename().string() + "\n";
-    return record + runProgram(QStringLiteral("dpkg-query"), {QStringLiteral("--admindir=") + q(administration_.path()),
-                                                              QStringLiteral("-W"), QStringLiteral("quenchly-menubar")})
-                        .output;
+    return record +
+           runProgram("dpkg-query", {"--admindir=" + administration_.path().string(), "-W", "quenchly-menubar"}).output;
 }
 
 }  // namespace quenchly::testing

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QStringList>
 #include <filesystem>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "program.h"
 #include "test_files.h"
@@ -21,8 +21,8 @@ public:
     std::filesystem::path operator/(const std::filesystem::path& relative) const { return root_ / relative; }
 
     ProgramRun install(const std::filesystem::path& package) const;
-    ProgramRun remove() const { return dpkg({QStringLiteral("--remove"), QStringLiteral("quenchly-menubar")}); }
-    ProgramRun purge() const { return dpkg({QStringLiteral("--purge"), QStringLiteral("quenchly-menubar")}); }
+    ProgramRun remove() const { return dpkg({"--remove", "quenchly-menubar"}); }
+    ProgramRun purge() const { return dpkg({"--purge", "quenchly-menubar"}); }
 
     /// Every file and folder in it, relative to it.
     std::set<std::string> entries() const;
@@ -30,7 +30,7 @@ public:
     std::string record() const;
 
 private:
-    ProgramRun dpkg(const QStringList& arguments) const;
+    ProgramRun dpkg(const std::vector<std::string>& arguments) const;
 
     ScratchFolder root_;
     ScratchFolder administration_;

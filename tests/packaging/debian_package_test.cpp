@@ -20,18 +20,6 @@ using testing::ScratchFolder;
 
 constexpr const char* autostartEntry = "etc/xdg/autostart/quenchly.desktop";
 
-QString q(const fs::path& path)
-{
-    return QString::fromStdString(path.string());
-}
-
-std::string content(const fs::path& file)
-{
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
-
 std::string valueIn(const fs::path& desktopEntry, const std::string& key)
 {
     std::ifstream entry(desktopEntry);
@@ -39,11 +27,6 @@ std::string valueIn(const fs::path& desktopEntry, const std::string& key)
         if (line.starts_with(key + "="))
             return line.substr(key.size() + 1);
     return {};
-}
-
-bool isMissing(const char* tool)
-{
-    return QString::fromUtf8(tool).endsWith(QStringLiteral("NOTFOUND"));
 }
 
 /// Made by somebody whose files are for nobody else.
@@ -68,9 +51,7 @@ protected:
 
     static std::string field(const char* name)
     {
-        std::string text = testing::runProgram(QStringLiteral("dpkg-deb"),
-                                               {QStringLiteral("--field"), q(package), QString::fromUtf8(name)})
-                               .output;
+        std::string text = testing::runProgram("dpkg-deb", {"--field", package, name}).output;
         return text.substr(0, text.find_last_not_of('\n') + 1);
     }
 
@@ -108,9 +89,7 @@ TEST_F(DebianPackage, NeedsTheLibrariesOfTheProgramsAndNothingToBuildThem)
 TEST_F(DebianPackage, HoldsWhatAnInstallationHoldsTheAutostartEntryAndDebiansDocuments)
 {
     const ScratchFolder plain;
-    const ProgramRun run = testing::runProgram(
-        QStringLiteral(QUENCHLY_CMAKE),
-        {QStringLiteral("--install"), QStringLiteral(QUENCHLY_BUILD), QStringLiteral("--prefix"), q(plain.path())});
+    const ProgramRun run = testing::runProgram(QUENCHLY_CMAKE, {"--install", QUENCHLY_BUILD, "--prefix", plain.path()});
     ASSERT_EQ(run.exitStatus, 0) << run.errors;
     std::set<std::string> expected{autostartEntry, "usr/share/doc/quenchly-menubar/changelog.gz",
                                    "usr/share/doc/quenchly-menubar/copyright"};
@@ -128,8 +107,7 @@ TEST_F(DebianPackage, HoldsWhatAnInstallationHoldsTheAutostartEntryAndDebiansDoc
 
 TEST_F(DebianPackage, LetsEverybodyReadEverythingAndRunThePrograms)
 {
-    const std::string listing =
-        testing::runProgram(QStringLiteral("dpkg-deb"), {QStringLiteral("--contents"), q(package)}).output;
+    const std::string listing = testing::runProgram("dpkg-deb", {"--contents", package}).output;
     std::map<std::string, int> kinds;
     std::istringstream lines(listing);
     for (std::string line; std::getline(lines, line);)
@@ -145,16 +123,15 @@ TEST_F(DebianPackage, IsTheSameToTheByteWhenMadeAgain)
     const ScratchFolder elsewhere;
     const fs::path again = packageMadeIn(elsewhere.path());
     ASSERT_FALSE(again.empty());
-    EXPECT_TRUE(content(again) == content(package));
+    EXPECT_TRUE(testing::contentOf(again) == testing::contentOf(package));
 }
 
 TEST_F(DebianPackage, KeepsToDebiansRules)
 {
-    if (isMissing(QUENCHLY_LINTIAN))
+    if (!testing::isInstalled(QUENCHLY_LINTIAN))
         GTEST_SKIP() << "lintian is not installed";
-    const ProgramRun run = testing::runProgram(
-        QStringLiteral(QUENCHLY_LINTIAN),
-        {QStringLiteral("--allow-root"), QStringLiteral("--fail-on"), QStringLiteral("error,warning"), q(package)});
+    const ProgramRun run =
+        testing::runProgram(QUENCHLY_LINTIAN, {"--allow-root", "--fail-on", "error,warning", package});
     EXPECT_EQ(run.exitStatus, 0) << run.errors;
     EXPECT_EQ(run.output, "");
 }
@@ -163,18 +140,16 @@ TEST_F(DebianPackage, RunsFromWhereItIsInstalled)
 {
     const PackageRoot root;
     installInto(root);
-    const ProgramRun version = testing::runProgram(q(root / "usr/bin/quenchly-menubar"), {QStringLiteral("--version")});
+    const ProgramRun version = testing::runProgram(root / "usr/bin/quenchly-menubar", {"--version"});
     EXPECT_EQ(version.output, "quenchly-menubar " QUENCHLY_VERSION "\n");
 
     const ScratchFolder home;
-    const ProgramRun status =
-        testing::runProgram(q(root / "usr/bin/quenchly-status"), {QStringLiteral("--home"), q(home.path())});
+    const ProgramRun status = testing::runProgram(root / "usr/bin/quenchly-status", {"--home", home.path()});
     EXPECT_EQ(status.exitStatus, 0);
     EXPECT_NE(status.output, "");
 
-    const ProgramRun pictures = testing::runProgram(
-        q(root / "usr/bin/quenchly-menubar"),
-        {QStringLiteral("--headless"), q(home / "pictures"), QStringLiteral("--demo"), QStringLiteral("holding")});
+    const ProgramRun pictures =
+        testing::runProgram(root / "usr/bin/quenchly-menubar", {"--headless", home / "pictures", "--demo", "holding"});
     EXPECT_EQ(pictures.exitStatus, 0) << pictures.errors;
     for (const char* name : {"menu-bar.png", "panel.png", "status.json"})
         EXPECT_TRUE(fs::exists(home / "pictures" / name)) << name;
@@ -197,9 +172,9 @@ TEST_F(DebianPackage, StartsAtLoginWithTheEntryThatAUsersOwnReplaces)
     EXPECT_EQ(item->status(), LoginItem::Status::requiresApproval);
     EXPECT_TRUE(fs::exists(settings / "autostart" / entry.filename()));
 
-    if (isMissing(QUENCHLY_DESKTOP_FILE_VALIDATE))
+    if (!testing::isInstalled(QUENCHLY_DESKTOP_FILE_VALIDATE))
         GTEST_SKIP() << "desktop-file-validate is not installed";
-    const ProgramRun run = testing::runProgram(QStringLiteral(QUENCHLY_DESKTOP_FILE_VALIDATE), {q(entry)});
+    const ProgramRun run = testing::runProgram(QUENCHLY_DESKTOP_FILE_VALIDATE, {entry});
     EXPECT_EQ(run.exitStatus, 0);
     EXPECT_EQ(run.output + run.errors, "");
 }

@@ -15,19 +15,13 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ProgramRun;
 
-QString q(const fs::path& path)
-{
-    return QString::fromStdString(path.string());
-}
-
 class Installation : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
         folder = std::make_unique<testing::ScratchFolder>();
-        const ProgramRun run = testing::runProgram(QStringLiteral(QUENCHLY_CMAKE),
-                                                   {QStringLiteral("--install"), QStringLiteral(QUENCHLY_BUILD),
-                                                    QStringLiteral("--prefix"), q(folder->path())});
+        const ProgramRun run =
+            testing::runProgram(QUENCHLY_CMAKE, {"--install", QUENCHLY_BUILD, "--prefix", folder->path()});
         ASSERT_EQ(run.exitStatus, 0) << run.errors;
     }
     static void TearDownTestSuite() { folder.reset(); }
@@ -64,17 +58,18 @@ TEST_F(Installation, EachPictureHasTheSizeOfItsFolder)
 {
     for (const int side : {16, 22, 24, 32, 48, 64, 128, 256, 512}) {
         const std::string name = std::to_string(side) + "x" + std::to_string(side);
-        const QImage picture(q(*folder / ("share/icons/hicolor/" + name + "/apps/quenchly.png")));
+        const fs::path file = *folder / ("share/icons/hicolor/" + name + "/apps/quenchly.png");
+        const QImage picture(QString::fromStdString(file));
         EXPECT_EQ(picture.size(), QSize(side, side)) << name;
     }
 }
 
 TEST_F(Installation, TheDesktopEntryIsValid)
 {
-    const QString validator = QStringLiteral(QUENCHLY_DESKTOP_FILE_VALIDATE);
-    if (validator.endsWith(QStringLiteral("NOTFOUND")))
+    if (!testing::isInstalled(QUENCHLY_DESKTOP_FILE_VALIDATE))
         GTEST_SKIP() << "desktop-file-validate is not installed";
-    const ProgramRun run = testing::runProgram(validator, {q(*folder / "share/applications/quenchly.desktop")});
+    const ProgramRun run =
+        testing::runProgram(QUENCHLY_DESKTOP_FILE_VALIDATE, {*folder / "share/applications/quenchly.desktop"});
     EXPECT_EQ(run.exitStatus, 0);
     EXPECT_EQ(run.output + run.errors, "");
 }
@@ -93,9 +88,8 @@ TEST_F(Installation, TheDesktopEntryStartsWhatIsInstalled)
 TEST_F(Installation, TheInstalledProgramFindsTheStandIn)
 {
     const testing::ScratchFolder out;
-    const ProgramRun run = testing::runProgram(
-        q(*folder / "bin/quenchly-menubar"),
-        {QStringLiteral("--headless"), q(out / "pictures"), QStringLiteral("--demo"), QStringLiteral("holding")});
+    const ProgramRun run =
+        testing::runProgram(*folder / "bin/quenchly-menubar", {"--headless", out / "pictures", "--demo", "holding"});
     EXPECT_EQ(run.exitStatus, 0) << run.errors;
     EXPECT_TRUE(fs::exists(out / "pictures/menu-bar.png"));
 }

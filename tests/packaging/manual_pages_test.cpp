@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <regex>
 #include <set>
-#include <sstream>
 
 #include "program.h"
+#include "test_files.h"
 
 namespace quenchly {
 namespace {
@@ -18,16 +17,9 @@ struct Manual {
     const char* page;
 };
 
-std::string content(const char* file)
-{
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
-
 std::string printed(const Manual& manual, const char* option)
 {
-    return testing::runProgram(QString::fromUtf8(manual.program), {QLatin1String(option)}).output;
+    return testing::runProgram(manual.program, {option}).output;
 }
 
 std::set<std::string> allOf(const std::string& text, const char* pattern)
@@ -41,7 +33,7 @@ std::set<std::string> allOf(const std::string& text, const char* pattern)
 
 class ManualPage : public ::testing::TestWithParam<Manual> {
 protected:
-    std::string page = content(GetParam().page);
+    std::string page = testing::contentOf(GetParam().page);
 };
 
 TEST_P(ManualPage, ExplainsTheOptionsThatHelpNames)
@@ -63,11 +55,9 @@ TEST_P(ManualPage, IsOfTheProgramsVersion)
 
 TEST_P(ManualPage, IsWellFormed)
 {
-    const QString mandoc = QStringLiteral(QUENCHLY_MANDOC);
-    if (mandoc.endsWith(QStringLiteral("NOTFOUND")))
+    if (!testing::isInstalled(QUENCHLY_MANDOC))
         GTEST_SKIP() << "mandoc is not installed";
-    const ProgramRun run = testing::runProgram(
-        mandoc, {QStringLiteral("-Tlint"), QStringLiteral("-Wwarning"), QString::fromUtf8(GetParam().page)});
+    const ProgramRun run = testing::runProgram(QUENCHLY_MANDOC, {"-Tlint", "-Wwarning", GetParam().page});
     EXPECT_EQ(run.exitStatus, 0);
     EXPECT_EQ(run.output + run.errors, "");
 }

@@ -50,11 +50,9 @@ const std::vector<std::string> languages{"", "fil", "ja", "ko", "zh_CN", "zh_TW"
 
 TEST(Metainfo, IsValid)
 {
-    const QString validator = QStringLiteral(QUENCHLY_APPSTREAMCLI);
-    if (validator.endsWith(QStringLiteral("NOTFOUND")))
+    if (!testing::isInstalled(QUENCHLY_APPSTREAMCLI))
         GTEST_SKIP() << "appstreamcli is not installed";
-    const ProgramRun run = testing::runProgram(
-        validator, {QStringLiteral("validate"), QStringLiteral("--no-net"), QStringLiteral(QUENCHLY_METAINFO)});
+    const ProgramRun run = testing::runProgram(QUENCHLY_APPSTREAMCLI, {"validate", "--no-net", QUENCHLY_METAINFO});
     EXPECT_EQ(run.exitStatus, 0);
     for (const char* finding : {"E: ", "W: "})
         EXPECT_EQ(run.output.find(finding), std::string::npos) << run.output;

@@ -118,9 +118,9 @@ protected:
     fs::path settingsFolder() const { return home.home / ".config"; }
     fs::path loginEntry() const { return settingsFolder() / "autostart/quenchly.desktop"; }
 
-    ProgramRun run(const QStringList& arguments) const
+    ProgramRun run(const std::vector<std::string>& arguments) const
     {
-        return testing::runProgram(QStringLiteral(QUENCHLY_MENUBAR_PATH), arguments,
+        return testing::runProgram(QUENCHLY_MENUBAR_PATH, arguments,
                                    {{"XDG_RUNTIME_DIR", disk / "runtime"}, {"TMPDIR", disk / "runtime"}});
     }
 
@@ -137,8 +137,7 @@ TEST_P(FullDiskTest, TheRightStatusIsShown)
     exhaust();
     StateWatcher fresh(system());
     EXPECT_EQ(fresh.status().pausedTargets.size(), 2U);
-    const ProgramRun printed = testing::runProgram(QStringLiteral(QUENCHLY_STATUS_PATH),
-                                                   {QStringLiteral("--json"), QStringLiteral("--home"), q(home.home)});
+    const ProgramRun printed = testing::runProgram(QUENCHLY_STATUS_PATH, {"--json", "--home", home.home});
     EXPECT_EQ(printed.exitStatus, 0);
     EXPECT_EQ(nlohmann::json::parse(printed.output)["headline"], fresh.status().headline.utf8());
 }
@@ -218,8 +217,7 @@ TEST_P(FullDiskTest, AProblemCanBeReported)
 TEST_P(FullDiskTest, HeadlessSaysThatItCannotWriteAndLeavesOlderPictures)
 {
     exhaust();
-    const ProgramRun failed =
-        run({QStringLiteral("--home"), q(home.home), QStringLiteral("--headless"), q(disk / "pictures")});
+    const ProgramRun failed = run({"--home", home.home, "--headless", disk / "pictures"});
     EXPECT_EQ(failed.exitStatus, 1);
     EXPECT_NE(failed.errors.find("cannot write into " + (disk / "pictures").string()), std::string::npos)
         << failed.errors;
@@ -232,8 +230,7 @@ TEST_P(FullDiskTest, ATrialThatHasNoFolderSaysSo)
 {
     exhaust();
     const fs::path pictures = scratch.makeFolder("elsewhere");
-    const ProgramRun failed =
-        run({QStringLiteral("--demo"), QStringLiteral("calm"), QStringLiteral("--headless"), q(pictures)});
+    const ProgramRun failed = run({"--demo", "calm", "--headless", pictures});
     EXPECT_EQ(failed.exitStatus, 1);
     EXPECT_NE(failed.errors.find("quenchly-menubar: "), std::string::npos) << failed.errors;
     EXPECT_TRUE(fs::is_empty(pictures));
