@@ -6,8 +6,11 @@
 
 #include <QLocalSocket>
 #include <QSignalSpy>
+#include <QTest>
+#include <atomic>
 #include <thread>
 
+#include "patience.h"
 #include "test_files.h"
 
 namespace quenchly {
@@ -30,14 +33,32 @@ protected:
         value.isNull() ? qunsetenv(variable) : qputenv(variable, value);
     }
 
-    void expectASecondStartToReach(SingleInstance& first) const
+    struct SecondStart {
+        Outcome outcome = Outcome::unreachable;
+        QStringList tokens;  ///< one for each time that the first was asked to open
+    };
+
+    /// A second start while the first handles events. The first has a time to answer in, for which a machine can be too
+    /// busy: then it is started again.
+    static SecondStart startSecond(SingleInstance& first, const QString& homeFolder, const QString& token = {})
     {
-        QSignalSpy requests(&first, &SingleInstance::openRequested);
-        Outcome second = Outcome::unreachable;
-        std::thread other([&] { second = SingleInstance(home).claim({}); });
-        EXPECT_TRUE(requests.wait(60'000));
-        other.join();
-        EXPECT_EQ(second, Outcome::handedOver);
+        SecondStart second;
+        for (int attempt = 0; attempt < 10; ++attempt) {
+            second = {};
+            QSignalSpy requests(&first, &SingleInstance::openRequested);
+            std::atomic<bool> hasEnded = false;
+            std::thread other([&] {
+                second.outcome = SingleInstance(homeFolder).claim(token);
+                hasEnded = true;
+            });
+            EXPECT_TRUE(QTest::qWaitFor([&] { return hasEnded.load(); }, testing::patience));
+            other.join();
+            for (const QVariantList& request : requests)
+                second.tokens += request.first().toString();
+            if (second.outcome == Outcome::handedOver && requests.count() == 1)
+                break;
+        }
+        return second;
     }
 
     fs::path socketPath() const
@@ -58,14 +79,9 @@ TEST_F(SingleInstanceTest, ASecondStartAsksTheFirstToOpen)
 {
     SingleInstance first(home);
     ASSERT_EQ(first.claim({}), Outcome::first);
-    QSignalSpy requests(&first, &SingleInstance::openRequested);
-    Outcome second = Outcome::unreachable;
-    std::thread other([&] { second = SingleInstance(home).claim(QStringLiteral("token-1")); });
-    EXPECT_TRUE(requests.wait(60'000));
-    other.join();
-    EXPECT_EQ(second, Outcome::handedOver);
-    EXPECT_EQ(requests.first().first().toString(), QStringLiteral("token-1"));
-    EXPECT_EQ(requests.count(), 1);
+    const SecondStart second = startSecond(first, home, QStringLiteral("token-1"));
+    EXPECT_EQ(second.outcome, Outcome::handedOver);
+    EXPECT_EQ(second.tokens, QStringList{QStringLiteral("token-1")});
 }
 
 TEST_F(SingleInstanceTest, AnotherHomeFolderIsAnotherProgram)
@@ -80,27 +96,28 @@ TEST_F(SingleInstanceTest, TheSameHomeFolderInOtherWordsIsTheSameProgram)
 {
     SingleInstance first(home);
     ASSERT_EQ(first.claim({}), Outcome::first);
-    Outcome second = Outcome::first;
-    QSignalSpy requests(&first, &SingleInstance::openRequested);
-    std::thread other([&] { second = SingleInstance(home + QStringLiteral("/below/..//")).claim({}); });
-    EXPECT_TRUE(requests.wait(60'000));
-    other.join();
-    EXPECT_EQ(second, Outcome::handedOver);
+    EXPECT_EQ(startSecond(first, home + QStringLiteral("/below/..//")).outcome, Outcome::handedOver);
 }
 
 TEST_F(SingleInstanceTest, AFirstThatListensAMomentLaterIsReached)
 {
     SingleInstance first(home);
     ASSERT_EQ(first.claim({}), Outcome::first);
-    QSignalSpy requests(&first, &SingleInstance::openRequested);
     const fs::path socket = socketPath();
-    fs::rename(socket, runtime / "later");
-    Outcome second = Outcome::first;
-    std::thread other([&] { second = SingleInstance(home).claim({}); });
-    EXPECT_FALSE(requests.wait(100));
-    fs::rename(runtime / "later", socket);
-    EXPECT_TRUE(requests.wait(60'000));
-    other.join();
+    Outcome second = Outcome::unreachable;
+    // The second waits for a time, within which a busy machine may not bring the socket back.
+    for (int attempt = 0; attempt < 10 && second != Outcome::handedOver; ++attempt) {
+        fs::rename(socket, runtime / "later");
+        std::atomic<bool> hasEnded = false;
+        std::thread other([&] {
+            second = SingleInstance(home).claim({});
+            hasEnded = true;
+        });
+        QTest::qWait(100);
+        fs::rename(runtime / "later", socket);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return hasEnded.load(); }, testing::patience));
+        other.join();
+    }
     EXPECT_EQ(second, Outcome::handedOver);
 }
 
@@ -140,7 +157,7 @@ TEST_F(SingleInstanceTest, ARuntimeFolderWithATooLongNameIsReplacedByTheTemporar
     EXPECT_EQ(first.claim({}), Outcome::first);
     EXPECT_TRUE(fs::is_empty(longNamed));
     EXPECT_FALSE(fs::is_empty(temporary));
-    expectASecondStartToReach(first);
+    EXPECT_EQ(startSecond(first, home).outcome, Outcome::handedOver);
 }
 
 TEST_F(SingleInstanceTest, WhereEveryNameIsTooLongItIsStillReached)
@@ -152,7 +169,7 @@ TEST_F(SingleInstanceTest, WhereEveryNameIsTooLongItIsStillReached)
     SingleInstance first(home);
     EXPECT_EQ(first.claim({}), Outcome::first);
     EXPECT_TRUE(fs::is_empty(longNamed));
-    expectASecondStartToReach(first);
+    EXPECT_EQ(startSecond(first, home).outcome, Outcome::handedOver);
 }
 
 TEST_F(SingleInstanceTest, ItLeavesNothingBehind)
@@ -194,11 +211,13 @@ TEST_F(SingleInstanceTest, NoiseOnTheSocketOpensNothing)
     QSignalSpy requests(&first, &SingleInstance::openRequested);
     QLocalSocket noisy;
     noisy.connectToServer(QString::fromStdString(socketPath().string()));
-    ASSERT_TRUE(noisy.waitForConnected());
+    ASSERT_TRUE(noisy.waitForConnected(testing::patience));
     noisy.write(QByteArray(5'000'000, 'x'));
-    noisy.flush();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return noisy.bytesToWrite() == 0; }, testing::patience));
     noisy.disconnectFromServer();
-    EXPECT_FALSE(requests.wait(200));
+    EXPECT_EQ(startSecond(first, home, QStringLiteral("token-1")).outcome, Outcome::handedOver);
+    for (const QVariantList& request : requests)
+        EXPECT_EQ(request.first().toString(), QStringLiteral("token-1"));
 }
 
 }  // namespace

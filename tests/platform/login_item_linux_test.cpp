@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "login_item.h"
 #include "test_files.h"
 
@@ -37,13 +34,6 @@ protected:
 
     void writeOwn(const std::string& text) const { scratch.write("own/autostart/quenchly.desktop", text); }
     void writeSystems(const std::string& text) const { scratch.write("system/autostart/quenchly.desktop", text); }
-
-    static std::string textOf(const fs::path& file)
-    {
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return text.str();
-    }
 };
 
 TEST_F(AutostartTest, RegisteringWritesAnEntryThatStartsTheProgram)
@@ -51,8 +41,9 @@ TEST_F(AutostartTest, RegisteringWritesAnEntryThatStartsTheProgram)
     EXPECT_EQ(item()->status(), Status::notRegistered);
     EXPECT_EQ(item()->registerItem(), "");
     EXPECT_EQ(item()->status(), Status::enabled);
-    EXPECT_EQ(textOf(entry), "[Desktop Entry]\nType=Application\nName=Quenchly\nExec=\"" + program.string() +
-                                 "\"\nTryExec=" + program.string() + "\nIcon=quenchly\nTerminal=false\n");
+    EXPECT_EQ(testing::contentOf(entry), "[Desktop Entry]\nType=Application\nName=Quenchly\nExec=\"" +
+                                             program.string() + "\"\nTryExec=" + program.string() +
+                                             "\nIcon=quenchly\nTerminal=false\n");
     EXPECT_EQ(item()->unregisterItem(), "");
     EXPECT_EQ(item()->status(), Status::notRegistered);
     EXPECT_FALSE(fs::exists(entry));
@@ -61,8 +52,10 @@ TEST_F(AutostartTest, RegisteringWritesAnEntryThatStartsTheProgram)
 TEST_F(AutostartTest, SpecialCharactersOfThePathAreEscaped)
 {
     ASSERT_EQ(itemFor("/a b/100%/$x\"y\\z`")->registerItem(), "");
-    EXPECT_NE(textOf(entry).find(R"(Exec="/a b/100%%/\\$x\\"y\\\\z\\`")"), std::string::npos) << textOf(entry);
-    EXPECT_NE(textOf(entry).find(R"(TryExec=/a b/100%/$x"y\\z`)"), std::string::npos) << textOf(entry);
+    EXPECT_NE(testing::contentOf(entry).find(R"(Exec="/a b/100%%/\\$x\\"y\\\\z\\`")"), std::string::npos)
+        << testing::contentOf(entry);
+    EXPECT_NE(testing::contentOf(entry).find(R"(TryExec=/a b/100%/$x"y\\z`)"), std::string::npos)
+        << testing::contentOf(entry);
 }
 
 TEST_F(AutostartTest, AProgramWithSpecialCharactersInItsPathIsFoundAgain)
@@ -79,7 +72,7 @@ TEST_F(AutostartTest, AnEntryThatTheUserSwitchedOffRequiresApproval)
         writeOwn(text);
         EXPECT_EQ(item()->status(), Status::requiresApproval) << line;
         EXPECT_NE(item()->registerItem(), "") << "registering must not overrule the user";
-        EXPECT_EQ(textOf(entry), text);
+        EXPECT_EQ(testing::contentOf(entry), text);
         item()->requestApproval();
         EXPECT_EQ(item()->status(), Status::enabled) << line;
     }
@@ -119,13 +112,13 @@ TEST_F(AutostartTest, WhatTheUserEditedOutlivesSwitchingOffAndOn)
     EXPECT_EQ(item()->status(), Status::requiresApproval);
     item()->requestApproval();
     EXPECT_EQ(item()->status(), Status::enabled);
-    EXPECT_EQ(textOf(entry), edited);
+    EXPECT_EQ(testing::contentOf(entry), edited);
 }
 
 TEST_F(AutostartTest, OurOwnEntryThatTheDesktopSwitchedOffIsRemovedWithoutATrace)
 {
     ASSERT_EQ(item()->registerItem(), "");
-    writeOwn(textOf(entry) + "X-GNOME-Autostart-enabled=false\n");
+    writeOwn(testing::contentOf(entry) + "X-GNOME-Autostart-enabled=false\n");
     EXPECT_EQ(item()->unregisterItem(), "");
     EXPECT_FALSE(fs::exists(entry));
 }
@@ -137,7 +130,7 @@ TEST_F(AutostartTest, AnEntryWhoseProgramIsGoneIsNotFoundAndIsWrittenAnew)
     EXPECT_EQ(item()->status(), Status::notFound);
     EXPECT_EQ(item()->registerItem(), "");
     EXPECT_EQ(item()->status(), Status::enabled);
-    EXPECT_NE(textOf(entry).find("TryExec=" + program.string() + "\n"), std::string::npos);
+    EXPECT_NE(testing::contentOf(entry).find("TryExec=" + program.string() + "\n"), std::string::npos);
 }
 
 TEST_F(AutostartTest, AnEntryWhoseProgramIsGoneIsRemoved)
@@ -161,7 +154,7 @@ TEST_F(AutostartTest, TheOwnEntryOverridesTheOneForAllUsers)
     EXPECT_EQ(item()->status(), Status::requiresApproval);
     item()->requestApproval();
     EXPECT_EQ(item()->status(), Status::enabled);
-    EXPECT_EQ(textOf(systemEntry), "[Desktop Entry]\nExec=true\n");
+    EXPECT_EQ(testing::contentOf(systemEntry), "[Desktop Entry]\nExec=true\n");
 }
 
 TEST_F(AutostartTest, AnEntryForAllUsersThatTheAdministratorSwitchedOffRequiresApproval)

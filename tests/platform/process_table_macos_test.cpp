@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <string>
 
 #include "process_table.h"
 
@@ -13,10 +14,12 @@ extern char** environ;
 namespace quenchly {
 namespace {
 
+/// Sleeps under a command line that no other process on the machine has, this test's next run included.
 class Sleeper {
 public:
-    explicit Sleeper(std::string duration)
+    Sleeper()
     {
+        std::string duration = seconds();
         char* arguments[] = {name_.data(), duration.data(), nullptr};
         EXPECT_EQ(posix_spawnp(&id_, "sleep", nullptr, nullptr, arguments, environ), 0);
     }
@@ -28,6 +31,9 @@ public:
     Sleeper(const Sleeper&) = delete;
     Sleeper& operator=(const Sleeper&) = delete;
 
+    /// What finds it by its command line.
+    static std::string pattern() { return "sleep " + seconds() + "$"; }
+
     ProcessId id() const { return id_; }
     void stop() const
     {
@@ -36,6 +42,8 @@ public:
     }
 
 private:
+    static std::string seconds() { return "864100" + std::to_string(getpid()); }
+
     std::string name_ = "sleep";
     pid_t id_ = 0;
 };
@@ -58,27 +66,27 @@ protected:
 
 TEST_F(ProcessTableMacos, FindsAProcessByNameAndByCommandLine)
 {
-    const Sleeper sleeper("8641.25");
+    const Sleeper sleeper;
     EXPECT_TRUE(contains(table_->named("sleep"), sleeper.id()));
-    EXPECT_EQ(table_->matching("sleep 8641[.]25"), std::vector<ProcessId>{sleeper.id()});
+    EXPECT_EQ(table_->matching(Sleeper::pattern()), std::vector<ProcessId>{sleeper.id()});
     EXPECT_FALSE(contains(table_->named("slee"), sleeper.id()));
 }
 
 TEST_F(ProcessTableMacos, AnswersFromOneListingUntilTheNextRefresh)
 {
-    EXPECT_TRUE(table_->matching("sleep 8641[.]5").empty());
-    const Sleeper sleeper("8641.5");
-    EXPECT_TRUE(table_->matching("sleep 8641[.]5").empty());
+    EXPECT_TRUE(table_->matching(Sleeper::pattern()).empty());
+    const Sleeper sleeper;
+    EXPECT_TRUE(table_->matching(Sleeper::pattern()).empty());
     table_->beginRefresh();
-    EXPECT_EQ(table_->matching("sleep 8641[.]5"), std::vector<ProcessId>{sleeper.id()});
+    EXPECT_EQ(table_->matching(Sleeper::pattern()), std::vector<ProcessId>{sleeper.id()});
 }
 
 TEST_F(ProcessTableMacos, TellsAStoppedProcessFromASleepingOne)
 {
-    const Sleeper sleeping("8641");
-    const Sleeper stopped("8641");
+    const Sleeper sleeping;
+    const Sleeper stopped;
     stopped.stop();
-    const auto states = table_->states({sleeping.id(), stopped.id(), 4'000'000});
+    const auto states = table_->states({sleeping.id(), stopped.id(), 2'000'000'000});
     ASSERT_EQ(states.size(), 2U);
     EXPECT_EQ(states.at(stopped.id()).front(), 'T');
     EXPECT_NE(states.at(sleeping.id()).front(), 'T');

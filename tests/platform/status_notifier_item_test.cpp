@@ -18,6 +18,7 @@
 #include <optional>
 
 #include "menu_bar_extra.h"
+#include "patience.h"
 
 namespace quenchly {
 namespace {
@@ -26,6 +27,13 @@ const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+
+/// Waits for something that happens in this process's event loop; false when it never does.
+template <class Condition>
+bool comes(const Condition& condition)
+{
+    return QTest::qWaitFor(condition, testing::patience);
+}
 
 QDBusConnection newConnection()
 {
@@ -104,7 +112,7 @@ public:
         QDBusMessage message = QDBusMessage::createMethodCall(service_, path, interface, method);
         message.setArguments(arguments);
         QDBusPendingCallWatcher answer(bus_.asyncCall(message));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return answer.isFinished(); }));
+        EXPECT_TRUE(comes([&] { return answer.isFinished(); }));
         return answer.reply();
     }
     void callItem(const QString& method, const QVariantList& arguments)
@@ -176,14 +184,14 @@ ToolTip toolTip(const QDBusArgument& argument)
     return result;
 }
 
-class StatusNotifierItemTest : public testing::Test {
+class StatusNotifierItemTest : public ::testing::Test {
 protected:
     void showItem()
     {
         watcher.appear();
         item.emplace(newConnection());
         item->setContent(content());
-        ASSERT_TRUE(QTest::qWaitFor([&] { return item->hasHost().has_value(); }));
+        ASSERT_TRUE(comes([&] { return item->hasHost().has_value(); }));
     }
 
     ScriptedWatcher watcher;
@@ -203,18 +211,18 @@ TEST_F(StatusNotifierItemTest, RegistersAgainWhenTheWatcherComesBack)
 {
     showItem();
     watcher.disappear();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return item->hasHost() == false; }));
+    ASSERT_TRUE(comes([&] { return item->hasHost() == false; }));
     watcher.appear();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return item->hasHost() == true; }));
+    ASSERT_TRUE(comes([&] { return item->hasHost() == true; }));
     EXPECT_EQ(watcher.registrations, (QStringList{item->serviceName(), item->serviceName()}));
 }
 
 TEST_F(StatusNotifierItemTest, RegistersWithAWatcherThatStartsLater)
 {
     item.emplace(newConnection());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return item->hasHost() == false; }));
+    ASSERT_TRUE(comes([&] { return item->hasHost() == false; }));
     watcher.appear();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return item->hasHost() == true; }));
+    ASSERT_TRUE(comes([&] { return item->hasHost() == true; }));
     EXPECT_EQ(watcher.registrations, QStringList{item->serviceName()});
 }
 
@@ -224,25 +232,26 @@ TEST_F(StatusNotifierItemTest, AWatcherWithoutATrayIsNoHost)
     showItem();
     EXPECT_EQ(item->hasHost(), false);
     watcher.setHasHost(true);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return item->hasHost() == true; }));
+    ASSERT_TRUE(comes([&] { return item->hasHost() == true; }));
     watcher.setHasHost(false);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return item->hasHost() == false; }));
+    ASSERT_TRUE(comes([&] { return item->hasHost() == false; }));
 }
 
 TEST_F(StatusNotifierItemTest, AWatcherThatNeverAnswersBlocksNothing)
 {
+    constexpr qint64 longerThanABusyMachineTakes = 20'000;  // milliseconds; a call that waits in vain takes 25 seconds
     watcher.answers = false;
     QElapsedTimer elapsed;
     elapsed.start();
     watcher.appear();
     item.emplace(newConnection());
     item->setContent(content());
-    EXPECT_LT(elapsed.elapsed(), 500);
+    EXPECT_LT(elapsed.elapsed(), longerThanABusyMachineTakes);
+    EXPECT_FALSE(item->hasHost().has_value()) << "nothing has answered yet";
 
     Host host(item->serviceName());
     EXPECT_EQ(host.property("Title").toString(), content().label);
-    EXPECT_FALSE(item->hasHost().has_value());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return item->hasHost() == true; }));
+    EXPECT_TRUE(comes([&] { return item->hasHost() == true; }));
 }
 
 TEST_F(StatusNotifierItemTest, TextsArePlain)
@@ -316,13 +325,13 @@ TEST_F(StatusNotifierItemTest, OnlyWhatChangesIsSent)
     MenuBarExtraContent next = content();
     next.explanation = QStringLiteral("Load is high");
     item->setContent(next);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return host.received.size() == 2; }));
+    ASSERT_TRUE(comes([&] { return host.received.size() == 2; }));
     EXPECT_EQ(host.signalNames(), (QStringList{QStringLiteral("NewToolTip"), QStringLiteral("PropertiesChanged")}));
 
     host.received.clear();
     next.images[1].fill(Qt::red);
     item->setContent(next);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return host.received.size() == 2; }));
+    ASSERT_TRUE(comes([&] { return host.received.size() == 2; }));
     EXPECT_EQ(host.signalNames(), (QStringList{QStringLiteral("NewIcon"), QStringLiteral("PropertiesChanged")}));
 }
 
@@ -331,7 +340,7 @@ TEST_F(StatusNotifierItemTest, ANewLabelReachesEveryKindOfHost)
     showItem();
     Host host(item->serviceName());
     item->setContent(content(QStringLiteral("Extra on 1.0 / 8")));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return host.received.size() == 4; }));
+    ASSERT_TRUE(comes([&] { return host.received.size() == 4; }));
     EXPECT_EQ(host.signalNames(), (QStringList{QStringLiteral("NewTitle"), QStringLiteral("XAyatanaNewLabel"),
                                                QStringLiteral("NewToolTip"), QStringLiteral("PropertiesChanged")}));
     EXPECT_EQ(host.received[1].arguments(),
@@ -405,7 +414,7 @@ TEST(MenuBarExtraTest, SaysOnceThatThereIsNoTray)
     const auto extra = makeMenuBarExtra();
     QSignalSpy changes(extra.get(), &MenuBarExtra::availabilityChanged);
     EXPECT_FALSE(extra->isAvailable());
-    ASSERT_TRUE(changes.wait());
+    ASSERT_TRUE(changes.wait(testing::patience));
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(changes[0][0], QVariant(false));
 }
@@ -416,19 +425,26 @@ TEST(MenuBarExtraTest, ARestartOfTheTrayIsNoChange)
     watcher.appear();
     const auto extra = makeMenuBarExtra();
     QSignalSpy changes(extra.get(), &MenuBarExtra::availabilityChanged);
-    ASSERT_TRUE(changes.wait());
+    ASSERT_TRUE(changes.wait(testing::patience));
     EXPECT_TRUE(extra->isAvailable());
 
-    watcher.disappear();
-    watcher.appear();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return watcher.registrations.size() == 2; }));
-    EXPECT_EQ(changes.count(), 1);
+    bool isUnnoticed = false;
+    // A tray has a time to come back in, for which a machine can be too busy.
+    for (int attempt = 0; attempt < 10 && !isUnnoticed; ++attempt) {
+        changes.clear();
+        watcher.registrations.clear();
+        watcher.disappear();
+        watcher.appear();
+        ASSERT_TRUE(comes([&] { return !watcher.registrations.isEmpty() && extra->isAvailable(); }));
+        isUnnoticed = changes.isEmpty();
+    }
+    EXPECT_TRUE(isUnnoticed);
 
     watcher.disappear();
-    ASSERT_TRUE(changes.wait());
+    ASSERT_TRUE(changes.wait(testing::patience));
     EXPECT_FALSE(extra->isAvailable());
     watcher.appear();
-    ASSERT_TRUE(changes.wait());
+    ASSERT_TRUE(changes.wait(testing::patience));
     EXPECT_TRUE(extra->isAvailable());
 }
 
@@ -438,7 +454,7 @@ TEST(MenuBarExtraTest, PassesPressesOn)
     watcher.appear();
     const auto extra = makeMenuBarExtra();
     QSignalSpy activated(extra.get(), &MenuBarExtra::activated);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !watcher.registrations.isEmpty(); }));
+    ASSERT_TRUE(comes([&] { return !watcher.registrations.isEmpty(); }));
     Host host(watcher.registrations.constFirst());
     host.callItem(QStringLiteral("Activate"), {3, 4});
     ASSERT_EQ(activated.count(), 1);
@@ -453,17 +469,17 @@ int messageCount = 0;
     const auto extra = makeMenuBarExtra();
     extra->setContent(content());
     QSignalSpy changes(extra.get(), &MenuBarExtra::availabilityChanged);
-    const bool decided = changes.wait() && !extra->isAvailable();
+    const bool decided = changes.wait(testing::patience) && !extra->isAvailable();
     extra->setContent(content(QStringLiteral("Later")));
     std::_Exit(decided && changes.count() == 1 && messageCount == 0 ? 0 : 1);
 }
 
 TEST(MenuBarExtraDeathTest, GetsByWithoutASessionBus)
 {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
-    EXPECT_EXIT(showWithoutABus(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(showWithoutABus(), ::testing::ExitedWithCode(0), "");
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
 }
 
@@ -477,12 +493,12 @@ public:
         daemon_.start(QStringLiteral("dbus-daemon"),
                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
                        QStringLiteral("--print-address"), QStringLiteral("--address=") + address()});
-        return daemon_.waitForReadyRead();
+        return daemon_.waitForReadyRead(testing::patience);
     }
     void kill()
     {
         daemon_.kill();
-        daemon_.waitForFinished();
+        daemon_.waitForFinished(testing::patience);
     }
 
 private:
@@ -497,7 +513,7 @@ bool appearsAndCanBePressed(MenuBarExtra& extra)
 {
     ScriptedWatcher watcher;
     watcher.appear();
-    if (!QTest::qWaitFor([&] { return extra.isAvailable() && !watcher.registrations.isEmpty(); }, 20'000))
+    if (!comes([&] { return extra.isAvailable() && !watcher.registrations.isEmpty(); }))
         return false;
     QSignalSpy activated(&extra, &MenuBarExtra::activated);
     Host host(watcher.registrations.constFirst());
@@ -517,7 +533,7 @@ int failedStep(OwnBus& bus)
         return 2;
     for (int restart = 0; restart < 2; ++restart) {
         bus.kill();
-        if (!QTest::qWaitFor([&] { return !extra->isAvailable(); }, 20'000))
+        if (!comes([&] { return !extra->isAvailable(); }))
             return 3;
         if (!bus.start() || !appearsAndCanBePressed(*extra))
             return 4;
@@ -535,9 +551,9 @@ int failedStep(OwnBus& bus)
 
 TEST(MenuBarExtraDeathTest, TheItemComesBackWithANewSessionBus)
 {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
-    EXPECT_EXIT(outliveSessionBuses(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(outliveSessionBuses(), ::testing::ExitedWithCode(0), "");
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
 }
 

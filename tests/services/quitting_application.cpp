@@ -1,7 +1,9 @@
 // usage: quitting_application HOME
-// Asks the tool on PATH to switch Protection off and quits at once, while the tool still runs.
+// Asks the tool on PATH, which records its runs, to switch Protection off, and quits as soon as the tool runs.
 
+#include <QFile>
 #include <QGuiApplication>
+#include <QTimer>
 
 #include "state_watcher.h"
 
@@ -13,7 +15,12 @@ int main(int argc, char** argv)
     quenchly::StateWatcher watcher(quenchly::makeSystem(argv[1]));
     watcher.setProtect(false);
     const bool busy = watcher.protectBusy();
-    QMetaObject::invokeMethod(&application, &QGuiApplication::quit, Qt::QueuedConnection);
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &application, [] {
+        if (QFile::exists(qEnvironmentVariable("RECORDING_FILE")))
+            QGuiApplication::quit();
+    });
+    look.start(10);
     QGuiApplication::exec();
     return busy ? 0 : 1;
 }

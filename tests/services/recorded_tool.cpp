@@ -1,7 +1,6 @@
 #include "recorded_tool.h"
 
 #include <fcntl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,31 +12,21 @@
 #include <system_error>
 #include <thread>
 
+#include "patience.h"
+
 namespace quenchly::testing {
 
 using namespace std::chrono_literals;
 
 bool eventually(const std::function<bool()>& condition)
 {
-    const auto limit = std::chrono::steady_clock::now() + 60s;
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::milliseconds(patience);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > limit)
             return false;
         std::this_thread::sleep_for(2ms);
     }
     return true;
-}
-
-bool hasNoChild()
-{
-    siginfo_t ended{};
-    return waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD;
-}
-
-int openDescriptors()
-{
-    const std::filesystem::directory_iterator open("/dev/fd");
-    return static_cast<int>(std::distance(begin(open), end(open)));
 }
 
 std::optional<std::filesystem::path> onSearchPath(const std::string& program)

@@ -9,17 +9,13 @@
 #include <vector>
 
 #include "descriptor.h"
+#include "own_process.h"
 #include "test_files.h"
 
 namespace quenchly::testing {
 
-/// Waits for something that another thread or process brings about; false after a minute.
+/// Waits for something that another thread or process brings about; false when it never comes.
 bool eventually(const std::function<bool()>& condition);
-
-/// Whether this process has no child, neither running nor waiting to be collected.
-bool hasNoChild();
-
-int openDescriptors();
 
 /// A program of this machine.
 std::optional<std::filesystem::path> onSearchPath(const std::string& program);

@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
+#include <QTest>
 #include <chrono>
 
 #include "menu_bar_icon.h"
+#include "own_process.h"
+#include "patience.h"
 #include "scripted_system.h"
 #include "verdict_story.h"
+#include "watched_file.h"
 
 namespace quenchly {
 namespace {
@@ -125,8 +129,8 @@ TEST_F(StateWatcherTest, EveryChangeOfTheStateFileIsSeenEvenWithinOneClockTick)
 TEST_F(StateWatcherTest, AStateThatNeverChangesStillAges)
 {
     world.writeState("heat-state.json", calmState);
-    std::filesystem::last_write_time(world.dataHome() / "state/heat-state.json",
-                                     std::filesystem::file_time_type::clock::now() - 10min);
+    WatchedFile file(world.dataHome() / "state/heat-state.json");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !file.readIfChanged(); }, testing::patience)) << "it never comes to rest";
     StateWatcher watcher(world.system());
     EXPECT_EQ(watcher.status().lastCheckAge, Text("30s ago"));
     world.now += 5s;
@@ -200,7 +204,7 @@ TEST_F(StateWatcherTest, ItRefreshesByItselfWhileTheEventLoopRuns)
     StateWatcher watcher(world.system());
     QSignalSpy published(&watcher, &StateWatcher::published);
     world.writeState("heat-state.json", overloadState);
-    ASSERT_TRUE(published.wait(60'000));
+    ASSERT_TRUE(published.wait(testing::patience));
     EXPECT_EQ(watcher.status().barTint, QuenchBarTint::hotWatch);
 }
 
@@ -212,15 +216,15 @@ struct ProtectModeCase {
 TEST_F(StateWatcherTest, OnlyTheExactModePauseSavesWork)
 {
     constexpr ProtectModeCase cases[] = {
-        {R"({"mode":"pause"})", true},
-        {R"({"mode":"Pause"})", false},
-        {R"({"mode":"pause "})", false},
-        {R"({"mode":true})", false},
-        {R"({"other":"pause"})", false},
-        {R"(["pause"])", false},
-        {R"({"mode":"pa)", false},
-        {"", false},
-        {"\xFF", false},
+        {.content = R"({"mode":"pause"})", .workSavedOn = true},
+        {.content = R"({"mode":"Pause"})", .workSavedOn = false},
+        {.content = R"({"mode":"pause "})", .workSavedOn = false},
+        {.content = R"({"mode":true})", .workSavedOn = false},
+        {.content = R"({"other":"pause"})", .workSavedOn = false},
+        {.content = R"(["pause"])", .workSavedOn = false},
+        {.content = R"({"mode":"pa)", .workSavedOn = false},
+        {.content = "", .workSavedOn = false},
+        {.content = "\xFF", .workSavedOn = false},
     };
     StateWatcher watcher(world.system());
     EXPECT_FALSE(watcher.workSavedOn()) << "without a file";
@@ -235,39 +239,35 @@ TEST_F(StateWatcherTest, OnlyTheExactModePauseSavesWork)
 }
 
 struct ThrottleCase {
-    const char* content;
-    bool active;
+    std::string content;
+    bool active = false;
     std::set<Text> labels;
 };
 
 TEST_F(StateWatcherTest, ThrottleFileIsReadTolerantly)
 {
     const ThrottleCase cases[] = {
-        {R"({"level":2,"dryRun":true,"targets":[{"label":"ollama"}]})", false, {"ollama"}},
-        {R"({"level":1})", true, {}},
-        {R"({"level":0.5,"dryRun":false})", true, {}},
-        {R"({"level":"2"})", false, {}},
-        {R"({"level":true})", false, {}},
-        {R"({"level":-1})", false, {}},
-        {R"({"level":0,"targets":[{"label":"a"}]})", false, {"a"}},
-        {R"({"level":1,"dryRun":"true"})", true, {}},
-        {R"({"level":1,"dryRun":1})", false, {}},
-        {R"({"level":1,"dryRun":null})", true, {}},
-        {R"({"level":1,"targets":[{"label":"a"},{"name":"b"},{"label":3},{"label":""},{"label":"a"}]})",
-         true,
-         {"", "a"}},
-        {R"({"level":1,"targets":[{"label":"a"},5]})", true, {}},
-        {R"({"level":1,"targets":{"label":"a"}})", true, {}},
-        {R"({"level":1,"targets":[{"label":")"
-         "\u00e9"
-         R"("},{"label":")"
-         "e\u0301"
-         R"("}]})",
-         true,
-         {"\u00e9"}},
-        {R"([{"level":1}])", false, {}},
-        {R"({"level":1)", false, {}},
-        {"", false, {}},
+        {.content = R"({"level":2,"dryRun":true,"targets":[{"label":"ollama"}]})", .labels = {"ollama"}},
+        {.content = R"({"level":1})", .active = true},
+        {.content = R"({"level":0.5,"dryRun":false})", .active = true},
+        {.content = R"({"level":"2"})"},
+        {.content = R"({"level":true})"},
+        {.content = R"({"level":-1})"},
+        {.content = R"({"level":0,"targets":[{"label":"a"}]})", .labels = {"a"}},
+        {.content = R"({"level":1,"dryRun":"true"})", .active = true},
+        {.content = R"({"level":1,"dryRun":1})"},
+        {.content = R"({"level":1,"dryRun":null})", .active = true},
+        {.content = R"({"level":1,"targets":[{"label":"a"},{"name":"b"},{"label":3},{"label":""},{"label":"a"}]})",
+         .active = true,
+         .labels = {"", "a"}},
+        {.content = R"({"level":1,"targets":[{"label":"a"},5]})", .active = true},
+        {.content = R"({"level":1,"targets":{"label":"a"}})", .active = true},
+        {.content = "{\"level\":1,\"targets\":[{\"label\":\"\u00e9\"},{\"label\":\"e\u0301\"}]}",
+         .active = true,
+         .labels = {"\u00e9"}},
+        {.content = R"([{"level":1}])"},
+        {.content = R"({"level":1)"},
+        {.content = ""},
     };
     StateWatcher watcher(world.system());
     EXPECT_FALSE(watcher.throttleActive()) << "without a file";
@@ -438,13 +438,10 @@ TEST_F(StateWatcherTest, OpenDescriptorsDoNotGrowWithRefreshes)
 {
     world.writeState("heat-state.json", calmState);
     StateWatcher watcher(world.system());
-    const auto descriptors = [] {
-        return std::distance(std::filesystem::directory_iterator("/dev/fd"), std::filesystem::directory_iterator());
-    };
-    const auto before = descriptors();
+    const int before = testing::openDescriptors();
     for (int i = 0; i < 200; ++i)
         watcher.reload();
-    EXPECT_EQ(descriptors(), before);
+    EXPECT_EQ(testing::openDescriptors(), before);
 }
 
 }  // namespace

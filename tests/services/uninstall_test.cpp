@@ -7,6 +7,7 @@
 #include <map>
 #include <thread>
 
+#include "patience.h"
 #include "recorded_tool.h"
 #include "scripted_system.h"
 #include "state_watcher.h"
@@ -75,7 +76,7 @@ TEST_F(UninstallTest, CancellingChangesNothingAndTheProgramGoesOn)
         EXPECT_TRUE(agentIsInstalled());
         EXPECT_TRUE(watcher.openAtLogin());
         QSignalSpy published(&watcher, &StateWatcher::published);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return published.count() > 0; }, 60'000)) << "it refreshes again";
+        EXPECT_TRUE(QTest::qWaitFor([&] { return published.count() > 0; }, testing::patience)) << "it refreshes again";
         std::filesystem::remove(world.scratch / "program/quenchly");
     }
 }
@@ -247,9 +248,14 @@ TEST_F(UninstallTest, ThereIsNoRefreshWhileAnAlertIsOpen)
     world.desktop.answers = {cancel};
     StateWatcher watcher(systemWithTool());
     QSignalSpy published(&watcher, &StateWatcher::published);
-    world.desktop.duringAlert = [](const Alert&) { QTest::qWait(1500); };  // longer than from one refresh to the next
+    testing::ScriptedSystem otherWorld;
+    world.desktop.duringAlert = [&](const Alert&) {
+        StateWatcher other(otherWorld.system());
+        QSignalSpy refreshes(&other, &StateWatcher::published);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return refreshes.count() == 2; }, testing::patience));
+    };
     watcher.uninstallQuenchly();
-    EXPECT_EQ(published.count(), 0);
+    EXPECT_EQ(published.count(), 0) << "though another watcher's refreshes came";
 }
 
 TEST_F(UninstallTest, AskingAgainWhileAnAlertIsOpenDoesNothing)

@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include "patience.h"
 #include "test_files.h"
 
 namespace quenchly {
@@ -17,7 +18,7 @@ protected:
     /// Reads the file until its stamp is old enough to be trusted.
     bool comesToRest()
     {
-        return QTest::qWaitFor([this] { return !file.readIfChanged(); }, 30'000);
+        return QTest::qWaitFor([this] { return !file.readIfChanged(); }, testing::patience);
     }
 
     std::string bytes()
@@ -39,9 +40,14 @@ TEST_F(WatchedFileTest, AFileAtRestIsNotReadAgainUntilItChanges)
 
 TEST_F(WatchedFileTest, AFileThatMayHaveChangedWithinAClockTickIsReadAgain)
 {
-    folder.write("state.json", "one");
-    EXPECT_EQ(bytes(), "one");
-    EXPECT_EQ(bytes(), "one");
+    bool isReadAgain = false;
+    // A machine can be too busy to look twice before the file counts as being at rest.
+    for (int attempt = 0; attempt < 10 && !isReadAgain; ++attempt) {
+        folder.write("state.json", "one");
+        EXPECT_EQ(bytes(), "one");
+        isReadAgain = bytes() == "one";
+    }
+    EXPECT_TRUE(isReadAgain);
 }
 
 TEST_F(WatchedFileTest, WhatIsNotThereOrNoFileIsToldEachTime)

@@ -35,7 +35,8 @@ int rounds()
     return given > 0 ? given : 2;
 }
 
-/// What the descriptors of a process lead to, but for the wake-up calls of Qt's helpers, which come and go.
+/// What the descriptors of a process lead to, but for what comes and goes without it: the wake-up calls of Qt's
+/// helpers, and the caches of icons, which whoever installs a package on this machine renews.
 QStringList descriptorsOf(qint64 process)
 {
     QStringList found;
@@ -43,7 +44,7 @@ QStringList descriptorsOf(qint64 process)
     for (const QString& entry : folder.entryList(QDir::System | QDir::AllEntries | QDir::NoDotAndDotDot)) {
         QString target = QFile::symLinkTarget(folder.filePath(entry)).section(u'/', -1);
         target.remove(QRegularExpression(QStringLiteral("[0-9]+")));
-        if (!target.contains(QStringLiteral("eventfd")))
+        if (!target.contains(QStringLiteral("eventfd")) && !target.contains(QStringLiteral("icon-theme.cache")))
             found += target;
     }
     found.sort();
