@@ -121,7 +121,7 @@ TEST(RelativeTime, NoReadableTimeHasNoAge)
 {
     for (const std::optional<Text>& from : {std::optional<Text>(), std::optional<Text>(""), std::optional<Text>("soon"),
                                             std::optional<Text>("2026-03-01")})
-        EXPECT_EQ(RelativeTime::ageAgo({.from = from, .now = noon}), "");
+        EXPECT_EQ(RelativeTime::ageAgo({.from = from, .now = noon}), "") << from.value_or("none").utf8();
 }
 
 TEST(RelativeTime, AnInstantIsWrittenInTheFormThatIsReadFirst)

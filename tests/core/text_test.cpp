@@ -99,7 +99,7 @@ TEST(Text, LettersOfEveryScriptAreLowered)
          "b"},
     };
     for (const auto& [text, expected] : rows)
-        EXPECT_EQ(lowercased(text), expected);
+        EXPECT_EQ(lowercased(text), expected) << text;
 }
 
 TEST(Text, TrimmingDropsWhiteSpaceAtTheEndsOnly)
@@ -115,7 +115,7 @@ TEST(Text, TrimmingDropsWhiteSpaceAtTheEndsOnly)
         {" \xFF ", "\xFF"},
     };
     for (const auto& [text, expected] : rows)
-        EXPECT_EQ(trimmed(text), expected);
+        EXPECT_EQ(trimmed(text), expected) << text;
 }
 
 TEST(Text, TrimmingBlanksKeepsLineEnds)
@@ -129,7 +129,7 @@ TEST(Text, TrimmingBlanksKeepsLineEnds)
         {"\u2028", "\u2028"},
     };
     for (const auto& [text, expected] : rows)
-        EXPECT_EQ(trimmedBlanks(text), expected);
+        EXPECT_EQ(trimmedBlanks(text), expected) << text;
 }
 
 TEST(Text, TheFirstWordEndsAtWhiteSpaceOfAnyKind)
@@ -146,7 +146,7 @@ TEST(Text, TheFirstWordEndsAtWhiteSpaceOfAnyKind)
         {"one\u200Btwo", "one\u200Btwo"},
     };
     for (const auto& [text, expected] : rows)
-        EXPECT_EQ(firstWord(text), expected);
+        EXPECT_EQ(firstWord(text), expected) << text;
 }
 
 TEST(Text, ValidityIsThatOfUtf8)
@@ -174,7 +174,7 @@ TEST(Text, EveryOccurrenceIsReplaced)
 TEST(DisplayLine, WhatReadsAsOneLineAlreadyStaysAsItIs)
 {
     for (const char* text : {"", "plain", "<b>bold</b> &amp;", "Cafe\u0301 日本 😀", "a b c", "\u200Dzero width"})
-        EXPECT_EQ(displayLine(text), text);
+        EXPECT_EQ(displayLine(text), text) << text;
 }
 
 TEST(DisplayLine, WhiteSpaceAndControlCharactersBecomeSingleBlanks)
@@ -196,7 +196,7 @@ TEST(DisplayLine, WhiteSpaceAndControlCharactersBecomeSingleBlanks)
         {"a\u3000b", "a b"},
     };
     for (const auto& [text, expected] : rows)
-        EXPECT_EQ(displayLine(text), expected);
+        EXPECT_EQ(displayLine(text), expected) << text;
     EXPECT_EQ(displayLine(std::string_view("a\0b", 3)), "a b");
 }
 
