@@ -16,13 +16,22 @@ class JsonObject;
 enum class QuenchTone { cool, protect, watch };
 
 template <>
-inline constexpr std::array<std::string_view, 3> rawValues<QuenchTone>{"cool", "protect", "watch"};
+inline constexpr auto rawValues<QuenchTone> = textsOfCases<QuenchTone>({
+    {QuenchTone::cool, "cool"},
+    {QuenchTone::protect, "protect"},
+    {QuenchTone::watch, "watch"},
+});
 
 /// The checker's classification of the recent load series.
 enum class SpectrumClass { loop, trend, flat, insufficient };
 
 template <>
-inline constexpr std::array<std::string_view, 4> rawValues<SpectrumClass>{"loop", "trend", "flat", "insufficient"};
+inline constexpr auto rawValues<SpectrumClass> = textsOfCases<SpectrumClass>({
+    {SpectrumClass::loop, "loop"},
+    {SpectrumClass::trend, "trend"},
+    {SpectrumClass::flat, "flat"},
+    {SpectrumClass::insufficient, "insufficient"},
+});
 
 /// One AI target that the checker holds in place.
 struct PausedEntry {

@@ -8,20 +8,6 @@
 
 namespace quenchly {
 
-std::string_view localeIdentifier(AppLanguage language) noexcept
-{
-    switch (language) {
-        case AppLanguage::tl:
-            return "fil";
-        case AppLanguage::zhHans:
-            return "zh-Hans";
-        case AppLanguage::zhHant:
-            return "zh-Hant";
-        default:
-            return rawValue(language);
-    }
-}
-
 namespace L10n {
 
 std::optional<AppLanguage> testingLanguage;
@@ -71,6 +57,14 @@ std::optional<std::string> replacement(char placeholder, const Argument* argumen
 }
 
 }  // namespace
+
+std::string languageCodes(std::string_view beforeLast)
+{
+    std::string codes(localeIdentifiers.front());
+    for (std::size_t i = 1; i < localeIdentifiers.size(); ++i)
+        codes.append(i + 1 < localeIdentifiers.size() ? ", " : beforeLast).append(localeIdentifiers[i]);
+    return codes;
+}
 
 std::optional<AppLanguage> languageForTag(std::string_view tag)
 {

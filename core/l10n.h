@@ -9,18 +9,9 @@
 #include <variant>
 #include <vector>
 
-#include "enumeration.h"
+#include "app_language.h"
 
 namespace quenchly {
-
-/// The languages that the application speaks, in the order of the tables.
-enum class AppLanguage { en, ja, tl, zhHans, zhHant, ko };
-
-template <>
-inline constexpr std::array<std::string_view, 6> rawValues<AppLanguage>{"en", "ja", "tl", "zhHans", "zhHant", "ko"};
-
-/// The identifier of the locale that formats numbers for a language. Filipino is stored as "tl" and formats as "fil".
-std::string_view localeIdentifier(AppLanguage language) noexcept;
 
 /// Every text that a person sees, by key. Lookups may run on any thread once `testingLanguage` is set.
 namespace L10n {
@@ -35,6 +26,9 @@ using Argument = std::variant<std::int64_t, std::string>;
 
 /// Overrides the system's choice for every lookup; set it before lookups start.
 extern std::optional<AppLanguage> testingLanguage;
+
+/// The codes that `languageForCode` is offered by the command lines: "en, ja or ko" with " or " before the last.
+std::string languageCodes(std::string_view beforeLast);
 
 /// The language that a single tag such as "zh_TW" or "fil-PH" asks for; none when it is not one of ours.
 std::optional<AppLanguage> languageForTag(std::string_view tag);

@@ -10,7 +10,12 @@ namespace quenchly {
 enum class QuenchIcon { cool, protect, watch, stale };
 
 template <>
-inline constexpr std::array<std::string_view, 4> rawValues<QuenchIcon>{"cool", "protect", "watch", "stale"};
+inline constexpr auto rawValues<QuenchIcon> = textsOfCases<QuenchIcon>({
+    {QuenchIcon::cool, "cool"},
+    {QuenchIcon::protect, "protect"},
+    {QuenchIcon::watch, "watch"},
+    {QuenchIcon::stale, "stale"},
+});
 
 enum class QuenchBarTint {
     cool,
@@ -28,9 +33,20 @@ enum class QuenchBarTint {
 };
 
 template <>
-inline constexpr std::array<std::string_view, 12> rawValues<QuenchBarTint>{
-    "cool",  "protect", "hotWatch",     "falseHeat",     "watch",        "unprotected",
-    "stale", "waiting", "spectrumLoop", "spectrumTrend", "spectrumFlat", "spectrumInsufficient"};
+inline constexpr auto rawValues<QuenchBarTint> = textsOfCases<QuenchBarTint>({
+    {QuenchBarTint::cool, "cool"},
+    {QuenchBarTint::protect, "protect"},
+    {QuenchBarTint::hotWatch, "hotWatch"},
+    {QuenchBarTint::falseHeat, "falseHeat"},
+    {QuenchBarTint::watch, "watch"},
+    {QuenchBarTint::unprotected, "unprotected"},
+    {QuenchBarTint::stale, "stale"},
+    {QuenchBarTint::waiting, "waiting"},
+    {QuenchBarTint::spectrumLoop, "spectrumLoop"},
+    {QuenchBarTint::spectrumTrend, "spectrumTrend"},
+    {QuenchBarTint::spectrumFlat, "spectrumFlat"},
+    {QuenchBarTint::spectrumInsufficient, "spectrumInsufficient"},
+});
 
 /// Everything that the menu bar item and the panel draw.
 struct QuenchStatus {
