@@ -26,6 +26,35 @@ CommandLine failure(const QString& error)
     return result;
 }
 
+QString languageCodes(std::string_view beforeLast)
+{
+    return QString::fromStdString(L10n::languageCodes(beforeLast));
+}
+
+QString scenarioNames()
+{
+    QStringList names = QStringLiteral(QUENCHLY_SCENARIOS).split(u',');
+    const QString last = names.takeLast();
+    return names.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+}
+
+/// An option in the help, its explanation broken where it is too long and indented behind the option.
+QString optionHelp(const QString& option, const QString& explanation)
+{
+    constexpr int indentation = 22;
+    constexpr int longestLine = 110;
+    QString text;
+    QString line = option.leftJustified(indentation - 1);
+    for (const QString& word : explanation.split(u' ')) {
+        if (line.size() + 1 + word.size() > longestLine) {
+            text += line + u'\n';
+            line = QString(indentation - 1, u' ');
+        }
+        line += u' ' + word;
+    }
+    return text + line + u'\n';
+}
+
 }  // namespace
 
 CommandLine parseCommandLine(const QStringList& arguments)
@@ -45,7 +74,7 @@ CommandLine parseCommandLine(const QStringList& arguments)
     if (const auto code = value(parser, options.language)) {
         result.language = L10n::languageForCode(code->toStdString());
         if (!result.language)
-            return failure(QStringLiteral("unknown language: %1 (en, ja, fil, zh-Hans, zh-Hant, ko)").arg(*code));
+            return failure(QStringLiteral("unknown language: %1 (%2)").arg(*code, languageCodes(", ")));
     }
     const QStringList positional = parser.positionalArguments();
     if (positional.size() > (result.demo ? 1 : 0))
@@ -59,19 +88,24 @@ CommandLine parseCommandLine(const QStringList& arguments)
 
 QString commandLineHelp()
 {
+    const QString demo =
+        QStringLiteral(
+            "try it on a scratch home folder with a stand-in checker; without a scenario it plays %1 in "
+            "turn, until somebody changes something")
+            .arg(scenarioNames());
     return QStringLiteral(
-        "Usage: quenchly-menubar [options]\n"
-        "Shows in the menu bar how this machine bears its local AI models.\n"
-        "Starting it again opens the panel of the one that runs.\n"
-        "\n"
-        "  --home DIR          use DIR as the home folder for everything\n"
-        "  --language CODE     en, ja, fil, zh-Hans, zh-Hant or ko instead of the system's choice\n"
-        "  --headless DIR      write menu-bar.png, panel.png and status.json into DIR and exit; needs no display\n"
-        "  --demo [SCENARIO]   try it on a scratch home folder with a stand-in checker; without a scenario it plays\n"
-        "                      calm, overload, holding, easing, false-heat, swap-critical, set-aside, stale,\n"
-        "                      protection-off and not-set-up in turn, until somebody changes something\n"
-        "  --version           print the version and exit\n"
-        "  --help              print this and exit\n");
+               "Usage: quenchly-menubar [options]\n"
+               "Shows in the menu bar how this machine bears its local AI models.\n"
+               "Starting it again opens the panel of the one that runs.\n"
+               "\n"
+               "  --home DIR          use DIR as the home folder for everything\n"
+               "  --language CODE     %1 instead of the system's choice\n"
+               "  --headless DIR      write menu-bar.png, panel.png and status.json into DIR and exit; needs no "
+               "display\n"
+               "%2"
+               "  --version           print the version and exit\n"
+               "  --help              print this and exit\n")
+        .arg(languageCodes(" or "), optionHelp(QStringLiteral("  --demo [SCENARIO]"), demo));
 }
 
 }  // namespace quenchly

@@ -22,7 +22,7 @@ namespace {
 
 using namespace quenchly;
 
-constexpr const char* helpText =
+constexpr const char* helpBeforeLanguages =
     "Usage: quenchly-status [--json | --bar] [--watch] [--no-live] [options]\n"
     "Prints how this machine bears its local AI models.\n"
     "\n"
@@ -34,8 +34,12 @@ constexpr const char* helpText =
     "  --data-home DIR      the checker's data folder\n"
     "  --launch-agents DIR  the folder of the background job's file\n"
     "  --now ISO            the time to reckon with\n"
-    "  --language CODE      en, ja, fil, zh-Hans, zh-Hant or ko\n"
-    "  --version, --help\n";
+    "  --language CODE      ";
+
+std::string helpText()
+{
+    return helpBeforeLanguages + L10n::languageCodes(" or ") + "\n  --version, --help\n";
+}
 
 std::map<std::string, std::string> folderVariables()
 {
@@ -145,7 +149,7 @@ int main(int argc, char** argv)
         return 2;
     }
     if (options.showHelp)
-        return print(helpText) ? 0 : 1;
+        return print(helpText()) ? 0 : 1;
     if (options.showVersion)
         return print(std::string("quenchly-status ") + version + "\n") ? 0 : 1;
     L10n::testingLanguage = options.language;

@@ -57,7 +57,7 @@ void setLanguage(StatusOptions& options, const char* code)
 {
     options.language = L10n::languageForCode(code);
     if (!options.language)
-        options.error = std::string("unknown language: ") + code + " (en, ja, fil, zh-Hans, zh-Hant, ko)";
+        options.error = std::string("unknown language: ") + code + " (" + L10n::languageCodes(", ") + ")";
 }
 
 void apply(StatusOptions& options, std::optional<fs::path>& launchAgentsDir, int option)

@@ -3,8 +3,10 @@
 #include <regex>
 #include <set>
 
+#include "l10n.h"
 #include "program.h"
 #include "test_files.h"
+#include "text.h"
 
 namespace quenchly {
 namespace {
@@ -44,6 +46,35 @@ TEST_P(ManualPage, ExplainsTheOptionsThatHelpNames)
     EXPECT_EQ(allOf(page.substr(0, page.find(".Sh DESCRIPTION")), "Fl -([a-z-]+)"), named);
 }
 
+/// What a page prints for the literal words between two of its lines.
+std::string wordsBetween(const std::string& page, const std::string& before, const std::string& after)
+{
+    const auto start = page.find(before);
+    const auto end = page.find(after, start);
+    if (start == std::string::npos || end == std::string::npos)
+        return "absent";
+    std::string words = replacingAll(page.substr(start + before.size(), end - start - before.size()), ".Cm ", "");
+    words = replacingAll(words, " ,", ",");
+    return replacingAll(words, "\n", " ");
+}
+
+/// A text without the line breaks that fit it into columns.
+std::string withoutBreaks(const std::string& text)
+{
+    return std::regex_replace(text, std::regex("\\s+"), " ");
+}
+
+TEST_P(ManualPage, NamesTheLanguagesAsTheProgramDoes)
+{
+    const std::string languages = L10n::languageCodes(" or ");
+    EXPECT_EQ(wordsBetween(page, "Use a language other than the system's:\n", " .\n"), languages);
+    EXPECT_NE(printed(GetParam(), "--help").find(" " + languages), std::string::npos);
+    const ProgramRun refused = testing::runProgram(QString::fromUtf8(GetParam().program),
+                                                   {QStringLiteral("--language"), QStringLiteral("fr")});
+    EXPECT_EQ(refused.errors,
+              std::string(GetParam().name) + ": unknown language: fr (" + L10n::languageCodes(", ") + ")\n");
+}
+
 TEST_P(ManualPage, IsOfTheProgramsVersion)
 {
     const std::string name = std::string(GetParam().name) + " ";
@@ -60,6 +91,19 @@ TEST_P(ManualPage, IsWellFormed)
     const ProgramRun run = testing::runProgram(QUENCHLY_MANDOC, {"-Tlint", "-Wwarning", GetParam().page});
     EXPECT_EQ(run.exitStatus, 0);
     EXPECT_EQ(run.output + run.errors, "");
+}
+
+TEST(ManualPages, NameTheScenariosThatTheStandInPlays)
+{
+    const std::string played =
+        testing::runProgram(QStringLiteral(QUENCHLY_DEMO_TOOL_PATH), {QStringLiteral("scenario")}).output;
+    ASSERT_FALSE(played.empty());
+    std::string names = replacingAll(played.substr(0, played.size() - 1), "\n", ", ");
+    names.replace(names.rfind(", "), 2, " and ");
+    EXPECT_EQ(wordsBetween(content(QUENCHLY_MANUALS "/quenchly-menubar.1"), "It plays\n", "\nin turn"), names);
+    const std::string help =
+        testing::runProgram(QStringLiteral(QUENCHLY_MENUBAR_PATH), {QStringLiteral("--help")}).output;
+    EXPECT_NE(withoutBreaks(help).find("plays " + names + " in turn"), std::string::npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(
