@@ -36,7 +36,7 @@ std::optional<QuarantinedEntry> parseQuarantined(const JsonObject& object)
 
 /// The readable elements in file order; unreadable ones are skipped.
 template <class Entry>
-std::vector<Entry> entries(const JsonObject& object, const char* key,
+std::vector<Entry> entries(const JsonObject& object, CheckerContract::Key key,
                            std::optional<Entry> (*parseEntry)(const JsonObject&))
 {
     std::vector<Entry> result;
@@ -55,7 +55,7 @@ std::optional<VerdictStory> parseStory(const std::optional<JsonObject>& object)
     return VerdictStory{.text = std::move(*text), .tone = tone.value_or(QuenchTone::watch)};
 }
 
-std::optional<Text> nonEmptyText(const JsonObject& object, const char* key)
+std::optional<Text> nonEmptyText(const JsonObject& object, CheckerContract::Key key)
 {
     if (auto text = object.nonEmptyString(key))
         return Text(std::move(*text));

@@ -60,7 +60,7 @@ bool isNestedTooDeep(std::string_view bytes)
 
 }  // namespace
 
-std::optional<std::string> JsonObject::string(const char* key) const
+std::optional<std::string> JsonObject::string(CheckerContract::Key key) const
 {
     const nlohmann::json* value = find(key);
     if (value == nullptr || !value->is_string())
@@ -68,13 +68,13 @@ std::optional<std::string> JsonObject::string(const char* key) const
     return value->get_ref<const std::string&>();
 }
 
-std::optional<std::string> JsonObject::nonEmptyString(const char* key) const
+std::optional<std::string> JsonObject::nonEmptyString(CheckerContract::Key key) const
 {
     auto value = string(key);
     return value && !value->empty() ? value : std::nullopt;
 }
 
-bool JsonObject::boolean(const char* key) const
+bool JsonObject::boolean(CheckerContract::Key key) const
 {
     const nlohmann::json* value = find(key);
     if (value == nullptr)
@@ -84,19 +84,19 @@ bool JsonObject::boolean(const char* key) const
     return value->is_number() && value->get<double>() == 1.0;
 }
 
-std::optional<std::int64_t> JsonObject::integer(const char* key) const
+std::optional<std::int64_t> JsonObject::integer(CheckerContract::Key key) const
 {
     const nlohmann::json* value = find(key);
     return value == nullptr ? std::nullopt : wholeNumber(*value);
 }
 
-std::optional<std::int64_t> JsonObject::tolerantInteger(const char* key) const
+std::optional<std::int64_t> JsonObject::tolerantInteger(CheckerContract::Key key) const
 {
     const auto text = string(key);
     return text ? integerFromText(*text) : integer(key);
 }
 
-std::optional<double> JsonObject::number(const char* key) const
+std::optional<double> JsonObject::number(CheckerContract::Key key) const
 {
     const nlohmann::json* value = find(key);
     if (value == nullptr || !value->is_number())
@@ -104,13 +104,13 @@ std::optional<double> JsonObject::number(const char* key) const
     return value->get<double>();
 }
 
-std::optional<double> JsonObject::tolerantNumber(const char* key) const
+std::optional<double> JsonObject::tolerantNumber(CheckerContract::Key key) const
 {
     const auto text = string(key);
     return text ? decimalNumber(*text) : number(key);
 }
 
-std::optional<JsonObject> JsonObject::object(const char* key) const
+std::optional<JsonObject> JsonObject::object(CheckerContract::Key key) const
 {
     const nlohmann::json* value = find(key);
     if (value == nullptr || !value->is_object())
@@ -118,7 +118,7 @@ std::optional<JsonObject> JsonObject::object(const char* key) const
     return JsonObject(*value);
 }
 
-std::vector<JsonObject> JsonObject::objects(const char* key) const
+std::vector<JsonObject> JsonObject::objects(CheckerContract::Key key) const
 {
     const nlohmann::json* value = find(key);
     if (value == nullptr || !value->is_array())
@@ -133,9 +133,9 @@ std::vector<JsonObject> JsonObject::objects(const char* key) const
     return elements;
 }
 
-const nlohmann::json* JsonObject::find(const char* key) const
+const nlohmann::json* JsonObject::find(CheckerContract::Key key) const
 {
-    const auto at = object_.get().find(key);
+    const auto at = object_.get().find(key.name());
     return at == object_.get().end() ? nullptr : &*at;
 }
 

@@ -27,7 +27,8 @@ bool isAgentInstalled(const std::optional<std::filesystem::path>& launchAgentsDi
 
 bool isManagementDisabled(const std::filesystem::path& dataHome)
 {
-    const auto object = parseJsonObject(readFile(dataHome / "state/managed.json").bytes);
+    const auto object =
+        parseJsonObject(readFile(dataHome / CheckerContract::stateFolder / CheckerContract::managedFile).bytes);
     return object && JsonObject(*object).nonEmptyString("disabledAt");
 }
 

@@ -4,12 +4,12 @@
 #include <optional>
 #include <string_view>
 
+#include "checker_contract.h"
+
 /// What the files on disk say about the installation. Read on every refresh; any fault of a file counts as "no".
 namespace quenchly::ObserveOnly {
 
-inline constexpr std::string_view agentPlistName = "com.brindlemoor.quenchly.plist";
-/// The name by which launchd knows the job.
-inline constexpr std::string_view agentLabel = agentPlistName.substr(0, agentPlistName.rfind('.'));
+inline constexpr std::string_view agentPlistName = CheckerContract::agentFile;
 
 /// The folder of the background job's file when the caller gives none: Library/LaunchAgents of the user database's
 /// home folder.

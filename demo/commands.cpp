@@ -214,7 +214,7 @@ enum class Effect {
 
 struct Command {
     std::string_view usage;  // words as they are typed; a word in capitals stands for the operand
-    std::string_view summary;
+    std::string summary;
     Effect effect;
     Folders needs;
     Outcome (*run)(const Invocation&);
@@ -225,7 +225,7 @@ constexpr Folders data{.dataHome = true};
 constexpr Folders agents{.launchAgents = true};
 constexpr Folders both{.dataHome = true, .launchAgents = true};
 
-constexpr std::array<Command, 15> commands{{
+const std::array<Command, 15> commands{{
     {"check", "sample load and swap and judge them", Effect::changes, data, check},
     {"enable", "switch Protection on", Effect::changes, data, enable},
     {"disable", "switch Protection off", Effect::changes, data, disable},
@@ -234,7 +234,7 @@ constexpr std::array<Command, 15> commands{{
     {"install-agent", "install the launch agent", Effect::changes, both, installAgent},
     {"remove-agent", "remove the launch agent", Effect::changes, agents, removeAgent},
     {"uninstall --yes", "remove the state and the launch agent", Effect::changes, both, uninstall},
-    {"serve", "show the state in a browser, at http://127.0.0.1:8280", Effect::reads, data, showDashboard},
+    {"serve", "show the state in a browser, at " + dashboardAddress(), Effect::reads, data, showDashboard},
     {"scenario", "list the situations that can be played", Effect::reads, none, listScenarios},
     {"scenario NAME", "play a situation", Effect::changes, both, playScenario},
     {"tour begin NAME", "play a situation as the first of a tour", Effect::plays, both, beginTour},
@@ -332,7 +332,7 @@ Outcome runCommand(const std::string& program, const std::vector<std::string>& a
     const auto command = std::ranges::find_if(commands, [&](const Command& c) { return matches(c, arguments); });
     if (command == commands.end())
         return {.status = misused, .text = misuse(arguments)};
-    return run(*command, {.dataHome = folderFrom("QUENCHLY_HOME"),
+    return run(*command, {.dataHome = folderFrom(CheckerContract::dataFolderVariable),
                           .launchAgents = folderFrom("QUENCHLY_LAUNCH_AGENTS"),
                           .tool = launchablePath(program),
                           .operand = arguments.back(),

@@ -1,13 +1,13 @@
 #include "launch_agent.h"
 
+#include "checker_contract.h"
 #include "markup.h"
-#include "observe_only.h"
 
 namespace quenchly::demo {
 
 std::filesystem::path launchAgentPath(const std::filesystem::path& launchAgents)
 {
-    return launchAgents / ObserveOnly::agentPlistName;
+    return launchAgents / CheckerContract::agentFile;
 }
 
 FileWrite launchAgent(const std::filesystem::path& launchAgents, const std::string& tool,
@@ -18,7 +18,7 @@ FileWrite launchAgent(const std::filesystem::path& launchAgents, const std::stri
 <plist version="1.0">
 <dict>
     <key>Label</key>
-    <string>)" + std::string(ObserveOnly::agentLabel) +
+    <string>)" + std::string(CheckerContract::agentLabel) +
                        R"(</string>
     <key>ProgramArguments</key>
     <array>

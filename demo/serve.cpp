@@ -17,24 +17,17 @@
 namespace quenchly::demo {
 namespace {
 
-constexpr std::uint16_t usualPort = 8280;
-
 std::optional<std::uint16_t> chosenPort()
 {
     const char* variable = std::getenv("QUENCHLY_DASHBOARD_PORT");
     const std::string_view text = variable == nullptr ? "" : variable;
     if (text.empty())
-        return usualPort;
+        return CheckerContract::dashboardPort;
     std::uint16_t port = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), port);
     if (failure != std::errc() || end != text.data() + text.size())
         return std::nullopt;
     return port;
-}
-
-std::string address(std::uint16_t port)
-{
-    return "http://127.0.0.1:" + std::to_string(port);
 }
 
 /// The state file of the dashboard that answers at a port; none when something else has it.
@@ -51,12 +44,17 @@ Outcome portTaken(std::uint16_t port, const StateFiles& files)
 {
     const std::optional<std::string> shown = fileShownAt(port);
     if (shown == files.heatState().string())
-        return {.text = "the dashboard answers already at " + address(port) + "\n"};
+        return {.text = "the dashboard answers already at " + dashboardAddress(port) + "\n"};
     const std::string holder = shown ? "a dashboard of " + *shown : "another program";
     return {.status = 1, .text = "port " + std::to_string(port) + " is taken by " + holder};
 }
 
 }  // namespace
+
+std::string dashboardAddress(std::uint16_t port)
+{
+    return "http://127.0.0.1:" + std::to_string(port);
+}
 
 Outcome serve(const StateFiles& files)
 {
@@ -70,7 +68,7 @@ Outcome serve(const StateFiles& files)
             return portTaken(*port, files);
         return {.status = 1, .text = "cannot listen on port " + std::to_string(*port) + ": " + failure.message()};
     }
-    std::cout << "the dashboard is at " << address(server.port()) << std::endl;
+    std::cout << "the dashboard is at " << dashboardAddress(server.port()) << std::endl;
     // A trial's folder goes away with it, and nobody else would end this program.
     bool seen = false;
     const auto folderIsLeft = [&] {

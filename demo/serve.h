@@ -1,11 +1,17 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
+#include "checker_contract.h"
 #include "commands.h"
 #include "state_files.h"
 
 namespace quenchly::demo {
 
-/// Shows a data folder's state at http://127.0.0.1:8280, or at the port that QUENCHLY_DASHBOARD_PORT names, 0 being any
+std::string dashboardAddress(std::uint16_t port = CheckerContract::dashboardPort);
+
+/// Shows a data folder's state at the address above, or at the port that QUENCHLY_DASHBOARD_PORT names, 0 being any
 /// free one, until the folder is gone. Succeeds at once when the folder is shown there already.
 Outcome serve(const StateFiles& files);
 

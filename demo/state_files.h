@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "checker_contract.h"
 #include "descriptor.h"
 #include "file_changes.h"
 
@@ -15,13 +16,13 @@ using Json = nlohmann::ordered_json;
 /// The checker's files in a data folder.
 class StateFiles {
 public:
-    explicit StateFiles(const std::filesystem::path& dataHome) : folder_(dataHome / "state") {}
+    explicit StateFiles(const std::filesystem::path& dataHome) : folder_(dataHome / CheckerContract::stateFolder) {}
 
     const std::filesystem::path& folder() const { return folder_; }
-    std::filesystem::path heatState() const { return folder_ / "heat-state.json"; }
-    std::filesystem::path managed() const { return folder_ / "managed.json"; }
-    std::filesystem::path protectMode() const { return folder_ / "protect-mode.json"; }
-    std::filesystem::path throttle() const { return folder_ / "throttle.json"; }
+    std::filesystem::path heatState() const { return folder_ / CheckerContract::heatStateFile; }
+    std::filesystem::path managed() const { return folder_ / CheckerContract::managedFile; }
+    std::filesystem::path protectMode() const { return folder_ / CheckerContract::protectModeFile; }
+    std::filesystem::path throttle() const { return folder_ / CheckerContract::throttleFile; }
     /// There while a tour goes on.
     std::filesystem::path tour() const { return folder_ / "tour.json"; }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "checker_contract.h"
 #include "file_reading.h"
 #include "heat_state.h"
 #include "json_object.h"
@@ -24,18 +25,21 @@ Text listedKey(const std::string& rowLabel)
 
 class DemoProcesses final : public ProcessTable {
 public:
-    explicit DemoProcesses(std::filesystem::path dataHome) : stateFolder_(std::move(dataHome) / "state") {}
+    explicit DemoProcesses(std::filesystem::path dataHome)
+        : stateFolder_(std::move(dataHome) / CheckerContract::stateFolder)
+    {
+    }
 
     void beginRefresh() override
     {
         running_.clear();
-        if (const auto state = HeatState::parse(readFile(stateFolder_ / "heat-state.json").bytes)) {
+        if (const auto state = HeatState::parse(readFile(stateFolder_ / CheckerContract::heatStateFile).bytes)) {
             for (const PausedEntry& entry : state->paused)
                 add(entry.label);
             for (const QuarantinedEntry& entry : state->quarantined)
                 add(listedKey(QuarantineDisplay::rowLabel(entry)));
         }
-        if (const auto throttle = parseJsonObject(readFile(stateFolder_ / "throttle.json").bytes))
+        if (const auto throttle = parseJsonObject(readFile(stateFolder_ / CheckerContract::throttleFile).bytes))
             for (const JsonObject& target : JsonObject(*throttle).objects("targets"))
                 add(target.string("label").value_or(""));
     }

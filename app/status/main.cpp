@@ -8,6 +8,7 @@
 #include <system_error>
 #include <thread>
 
+#include "checker_contract.h"
 #include "current_instant.h"
 #include "file_reading.h"
 #include "live_sample.h"
@@ -44,7 +45,7 @@ std::string helpText()
 std::map<std::string, std::string> folderVariables()
 {
     std::map<std::string, std::string> variables;
-    for (const char* name : {"QUENCHLY_HOME", "QUENCHKY_HOME"})
+    for (const char* name : {CheckerContract::dataFolderVariable, "QUENCHKY_HOME"})
         if (const char* value = std::getenv(name))
             variables.emplace(name, value);
     return variables;
@@ -53,7 +54,8 @@ std::map<std::string, std::string> folderVariables()
 StateFileResolver::Resolution stateFolder(const StatusOptions& options)
 {
     if (options.dataHome)
-        return {.dataHome = *options.dataHome, .state = *options.dataHome / "state/heat-state.json"};
+        return {.dataHome = *options.dataHome,
+                .state = *options.dataHome / CheckerContract::stateFolder / CheckerContract::heatStateFile};
     std::error_code ignored;
     return StateFileResolver::resolve({.env = folderVariables(),
                                        .homeFolder = options.home,

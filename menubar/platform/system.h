@@ -11,6 +11,7 @@
 
 #include "alert.h"
 #include "bundle_info.h"
+#include "checker_contract.h"
 #include "heat_state.h"
 #include "instant.h"
 #include "login_item.h"
@@ -39,7 +40,7 @@ struct System {
     /// The program that controls launchd; empty when it must not be run.
     std::filesystem::path launchctl;
     /// Where on 127.0.0.1 the tool serves its dashboard.
-    std::uint16_t dashboardPort = 8280;
+    std::uint16_t dashboardPort = CheckerContract::dashboardPort;
 
     std::function<Instant()> now;
     /// One live reading of load and swap; see LiveMetricsSampler::sample.

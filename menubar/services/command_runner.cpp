@@ -1,5 +1,8 @@
 #include "command_runner.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "detached_process.h"
 
 namespace quenchly {
@@ -14,7 +17,7 @@ std::string searchPath(const CLIRunner& runner)
     return path + ":/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin";
 }
 
-std::optional<ChildProcess> childOf(const CLIRunner& runner, const CLIRunner::Arguments& args)
+std::optional<ChildProcess> childOf(const CLIRunner& runner, const ToolRun& args)
 {
     const auto invocation = runner.processInvocation(args);
     if (!invocation)
@@ -41,30 +44,30 @@ std::optional<CLIRunner> CLIRunner::find(const std::filesystem::path& dataHome, 
 std::map<std::string, std::string> CLIRunner::environment() const
 {
     std::map<std::string, std::string> variables = inheritedEnvironment;
-    variables["QUENCHLY_HOME"] = dataHome;
+    variables[CheckerContract::dataFolderVariable] = dataHome;
     variables["PATH"] = searchPath(*this);
     return variables;
 }
 
-std::optional<CLIRunner::Invocation> CLIRunner::processInvocation(const Arguments& args) const
+std::optional<CLIRunner::Invocation> CLIRunner::processInvocation(const ToolRun& args) const
 {
     if (!isScriptCLI(cli))
-        return Invocation{.executable = cli, .arguments = args};
+        return Invocation{.executable = cli, .arguments = args.arguments()};
     const auto node = locateNode({.nearCLI = cli, .homeFolder = homeFolder});
     if (!node)
         return std::nullopt;
     Invocation invocation{.executable = *node, .arguments = {cli}};
-    invocation.arguments.insert(invocation.arguments.end(), args.begin(), args.end());
+    std::ranges::move(args.arguments(), std::back_inserter(invocation.arguments));
     return invocation;
 }
 
-bool CLIRunner::run(const Arguments& args) const
+bool CLIRunner::run(const ToolRun& args) const
 {
     const auto child = childOf(*this, args);
     return child && startDetached(*child);
 }
 
-bool CLIRunner::runWaiting(const Arguments& args) const
+bool CLIRunner::runWaiting(const ToolRun& args) const
 {
     const auto child = childOf(*this, args);
     return child && runToEnd(*child) == 0;

@@ -10,6 +10,7 @@
 
 #include "node_runtimes.h"
 #include "system.h"
+#include "tool_command.h"
 
 namespace quenchly {
 
@@ -31,7 +32,7 @@ struct CLIRunner {
     std::filesystem::path homeFolder;
     std::map<std::string, std::string> inheritedEnvironment;
     std::function<bool(const std::string& address)> openAddress;
-    std::uint16_t dashboardPort = 8280;
+    std::uint16_t dashboardPort = CheckerContract::dashboardPort;
 
     /// Where the tool is: shipped beside this program, in a development tree around the current directory, or on the
     /// search path, in this order. Starts no process.
@@ -50,14 +51,14 @@ struct CLIRunner {
     std::map<std::string, std::string> environment() const;
 
     /// None for a script without a Node runtime.
-    std::optional<Invocation> processInvocation(const Arguments& args) const;
+    std::optional<Invocation> processInvocation(const ToolRun& args) const;
 
     /// Starts the tool and leaves it running, beyond the end of this program. False when it could not be started.
-    bool run(const Arguments& args) const;
+    bool run(const ToolRun& args) const;
 
     /// Blocks until the tool has ended, without a limit; true when its exit status is 0. On the interface
     /// thread only where everything else is to wait, as in the uninstall.
-    bool runWaiting(const Arguments& args) const;
+    bool runWaiting(const ToolRun& args) const;
 
     /// Whether a dashboard of ours answers; threads and limits are those of `dashboardAnswers`.
     static bool dashboardLooksHealthy(std::uint16_t port);

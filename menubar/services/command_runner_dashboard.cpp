@@ -35,7 +35,7 @@ bool CLIRunner::openDashboard() const
     const auto show = [this] { return openAddress(dashboardAddress(dashboardPort)), true; };
     if (dashboardLooksHealthy(dashboardPort))
         return show();
-    if (stopped() || !run({"serve"}))
+    if (stopped() || !run(ToolCommand::serve))
         return false;
     const QDeadlineTimer deadline(startLimit);
     while (!deadline.hasExpired() && !stopped()) {

@@ -12,8 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* toolName = "quenchly";
-
 std::optional<fs::path> findInDevelopmentTree(const fs::path& currentDirectory)
 {
     const auto script = [](const fs::path& directory) { return directory / "dist/quenchly.mjs"; };
@@ -31,7 +29,7 @@ std::optional<fs::path> findOnPath(const System& system)
     std::string_view rest = variable->second;
     while (true) {
         const auto colon = rest.find(':');
-        fs::path tool = system.currentDirectory / rest.substr(0, colon) / toolName;
+        fs::path tool = system.currentDirectory / rest.substr(0, colon) / CheckerContract::toolName;
         if (isExecutableFile(tool))
             return tool;
         if (colon == std::string_view::npos)
@@ -44,7 +42,7 @@ std::optional<fs::path> findOnPath(const System& system)
 
 std::optional<fs::path> CLIRunner::locate(const System& system)
 {
-    if (const fs::path shipped = system.executableFolder / toolName; isExecutableFile(shipped))
+    if (const fs::path shipped = system.executableFolder / CheckerContract::toolName; isExecutableFile(shipped))
         return shipped;
     if (auto script = findInDevelopmentTree(system.currentDirectory))
         return script;

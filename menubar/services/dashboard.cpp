@@ -35,7 +35,7 @@ bool isHealthy(QNetworkReply& reply)
         reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 200)
         return false;
     const std::string body = reply.readAll().toStdString();
-    return isValidUtf8(body) && body.find("heat-state.json") != std::string::npos;
+    return isValidUtf8(body) && body.find(CheckerContract::heatStateFile) != std::string::npos;
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "heat_state_file.h"
 #include "quench_status.h"
 #include "system.h"
+#include "tool_command.h"
 #include "watched_file.h"
 
 namespace quenchly {
@@ -110,14 +111,15 @@ private:
     void start();
     void refreshStatus();
     QuenchStatus buildStatus(const std::optional<HeatState>& state) const;
+    std::filesystem::path stateFolder() const { return dataHome_ / CheckerContract::stateFolder; }
     void updateIcon();
     void refreshCliAvailability();
     void refreshWorkSavedOn();
     void refreshThrottle();
     void refreshCheckInFlight();
     bool checkProcessRunning(const std::string& pgrep) const;
-    /// Runs the tool once for each list of arguments, one after another.
-    void startTool(bool StateWatcher::*busy, std::vector<std::vector<std::string>> runs);
+    /// Runs the tool once for each of `runs`, one after another.
+    void startTool(bool StateWatcher::*busy, std::vector<ToolRun> runs);
     void finishTool(QObject* ended, bool StateWatcher::*busy);
     std::function<bool()> liveDataTask() const;
     void removeBackgroundCheck() const;

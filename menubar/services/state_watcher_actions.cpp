@@ -13,37 +13,37 @@ namespace quenchly {
 
 void StateWatcher::setProtect(bool on)
 {
-    startTool(&StateWatcher::protectBusy_, {{on ? "enable" : "disable"}});
+    startTool(&StateWatcher::protectBusy_, {on ? ToolCommand::enable : ToolCommand::disable});
 }
 
 void StateWatcher::installAgent()
 {
-    startTool(&StateWatcher::protectBusy_, {{"install-agent"}});
+    startTool(&StateWatcher::protectBusy_, {ToolCommand::installAgent});
 }
 
 void StateWatcher::unloadListed()
 {
-    startTool(&StateWatcher::protectBusy_, {{"unload-listed"}});
+    startTool(&StateWatcher::protectBusy_, {ToolCommand::unloadListed});
 }
 
 void StateWatcher::acknowledgeQuarantine(const Text& id)
 {
-    startTool(&StateWatcher::ackBusy_, {{"quarantine", "ack", id.utf8()}});
+    startTool(&StateWatcher::ackBusy_, {{ToolCommand::acknowledge, id.utf8()}});
 }
 
 void StateWatcher::acknowledgeAllVisibleQuarantine()
 {
-    std::vector<std::vector<std::string>> runs;
+    std::vector<ToolRun> runs;
     for (const QuarantinedEntry& entry : status_.quarantine)
         if (!entry.acknowledged)
-            runs.push_back({"quarantine", "ack", entry.id.utf8()});
+            runs.emplace_back(ToolCommand::acknowledge, entry.id.utf8());
     if (!runs.empty())
         startTool(&StateWatcher::ackBusy_, std::move(runs));
 }
 
 // The thread is neither owned nor waited for, so that quitting never waits for a tool, and works on copies alone: the
 // watcher may be gone when the tool ends. A promise whose thread cannot be started counts as ended.
-void StateWatcher::startTool(bool StateWatcher::*busy, std::vector<std::vector<std::string>> runs)
+void StateWatcher::startTool(bool StateWatcher::*busy, std::vector<ToolRun> runs)
 {
     auto runner = this->*busy ? std::nullopt : CLIRunner::find(dataHome_, system_);
     if (!runner)
@@ -56,8 +56,8 @@ void StateWatcher::startTool(bool StateWatcher::*busy, std::vector<std::vector<s
     ended->setFuture(tool.future());
     try {
         std::thread([runner = std::move(*runner), runs = std::move(runs), tool = std::move(tool)]() mutable {
-            for (const auto& arguments : runs)
-                runner.runWaiting(arguments);
+            for (const ToolRun& run : runs)
+                runner.runWaiting(run);
             tool.finish();
         }).detach();
     } catch (const std::system_error&) {

@@ -19,7 +19,7 @@ Alert confirmation()
 {
     return {.title = "Uninstall Quenchly?",
             .text = "This turns off Open at Login and removes the background check (" +
-                    std::string(ObserveOnly::agentLabel) +
+                    std::string(CheckerContract::agentLabel) +
                     "). Your saved data stays on this Mac; you can remove it in the next step.",
             .buttons = {"Uninstall", "Cancel"}};
 }
@@ -51,10 +51,10 @@ std::optional<std::size_t> ask(const System& system, const Alert& alert)
 void removeAgent(const System& system)
 {
     if (!system.launchctl.empty())
-        runToEnd(
-            {.executable = system.launchctl,
-             .arguments = {"bootout", "gui/" + std::to_string(getuid()) + "/" + std::string(ObserveOnly::agentLabel)},
-             .environment = system.environment});
+        runToEnd({.executable = system.launchctl,
+                  .arguments = {"bootout",
+                                "gui/" + std::to_string(getuid()) + "/" + std::string(CheckerContract::agentLabel)},
+                  .environment = system.environment});
     std::error_code ignored;
     std::filesystem::remove(system.launchAgentsFolder / ObserveOnly::agentPlistName, ignored);
 }
@@ -94,7 +94,7 @@ void StateWatcher::uninstallQuenchly()
 void StateWatcher::removeBackgroundCheck() const
 {
     if (const auto runner = CLIRunner::find(dataHome_, system_))
-        runner->runWaiting({"remove-agent"});
+        runner->runWaiting(ToolCommand::removeAgent);
     else
         removeAgent(system_);
 }
@@ -102,7 +102,7 @@ void StateWatcher::removeBackgroundCheck() const
 void StateWatcher::removeSavedData() const
 {
     if (const auto runner = CLIRunner::find(dataHome_, system_))
-        runner->runWaiting({"uninstall", "--yes"});
+        runner->runWaiting(ToolCommand::uninstall);
 }
 
 void StateWatcher::sayGoodbye() const

@@ -13,13 +13,34 @@
 namespace quenchly {
 namespace {
 
-/// The object that every test looks into; the view refers to it.
+using CheckerContract::Key;
+
+// The keys of the object that every test looks into, by what is under them.
+constexpr Key absent = "mode";
+constexpr Key words = "text";
+constexpr Key empty = "id";
+constexpr Key digits = "reason";
+constexpr Key yes = "hot";
+constexpr Key no = "dryRun";
+constexpr Key one = "load1";
+constexpr Key two = "level";
+constexpr Key half = "pid";
+constexpr Key big = "swapPct";
+constexpr Key nothing = "kind";
+constexpr Key inside = "story";
+constexpr Key array = "cmd";
+constexpr Key objects = "targets";
+constexpr Key mixed = "paused";
+constexpr Key none = "quarantined";
+constexpr Key number = "coolStreak";
+
+/// The view refers to it.
 const nlohmann::json& sample()
 {
     static const nlohmann::json value = *parseJsonObject(R"({
-        "text": "abc", "empty": "", "digits": "12", "true": true, "false": false, "one": 1, "two": 2, "half": 0.5,
-        "big": 18446744073709551615, "null": null, "object": {"inner": 5}, "array": [1, 2],
-        "objects": [{"n": 1}, {"n": 2}], "mixed": [{"n": 1}, 2], "none": []
+        "text": "abc", "id": "", "reason": "12", "hot": true, "dryRun": false, "load1": 1, "level": 2, "pid": 0.5,
+        "swapPct": 18446744073709551615, "kind": null, "story": {"coolStreak": 5}, "cmd": [1, 2],
+        "targets": [{"coolStreak": 1}, {"coolStreak": 2}], "paused": [{"coolStreak": 1}, 2], "quarantined": []
     })");
     return value;
 }
@@ -32,70 +53,70 @@ const JsonObject& object()
 
 TEST(JsonObject, StringsAreTakenFromStringsOnly)
 {
-    EXPECT_EQ(object().string("text"), "abc");
-    EXPECT_EQ(object().string("empty"), "");
-    for (const char* key : {"absent", "true", "one", "half", "null", "object", "array"})
-        EXPECT_EQ(object().string(key), std::nullopt) << key;
+    EXPECT_EQ(object().string(words), "abc");
+    EXPECT_EQ(object().string(empty), "");
+    for (const Key key : {absent, yes, one, half, nothing, inside, array})
+        EXPECT_EQ(object().string(key), std::nullopt) << key.name();
 }
 
 TEST(JsonObject, AnEmptyStringCountsAsNoneWhereACharacterIsAskedFor)
 {
-    EXPECT_EQ(object().nonEmptyString("text"), "abc");
-    EXPECT_EQ(object().nonEmptyString("empty"), std::nullopt);
-    EXPECT_EQ(object().nonEmptyString("one"), std::nullopt);
+    EXPECT_EQ(object().nonEmptyString(words), "abc");
+    EXPECT_EQ(object().nonEmptyString(empty), std::nullopt);
+    EXPECT_EQ(object().nonEmptyString(one), std::nullopt);
 }
 
 TEST(JsonObject, OnlyTrueAndOneAreTrue)
 {
-    EXPECT_TRUE(object().boolean("true"));
-    EXPECT_TRUE(object().boolean("one"));
-    for (const char* key : {"absent", "false", "two", "half", "big", "null", "text", "digits", "object", "array"})
-        EXPECT_FALSE(object().boolean(key)) << key;
+    EXPECT_TRUE(object().boolean(yes));
+    EXPECT_TRUE(object().boolean(one));
+    for (const Key key : {absent, no, two, half, big, nothing, words, digits, inside, array})
+        EXPECT_FALSE(object().boolean(key)) << key.name();
 }
 
 TEST(JsonObject, BooleansAndStringsAreNoNumbers)
 {
-    for (const char* key : {"absent", "true", "false", "null", "text", "digits", "object", "array"}) {
-        EXPECT_EQ(object().integer(key), std::nullopt) << key;
-        EXPECT_EQ(object().number(key), std::nullopt) << key;
+    for (const Key key : {absent, yes, no, nothing, words, digits, inside, array}) {
+        EXPECT_EQ(object().integer(key), std::nullopt) << key.name();
+        EXPECT_EQ(object().number(key), std::nullopt) << key.name();
     }
-    EXPECT_EQ(object().integer("two"), 2);
-    EXPECT_EQ(object().integer("half"), 0);
-    EXPECT_EQ(object().integer("big"), std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(object().number("two"), 2.0);
-    EXPECT_EQ(object().number("half"), 0.5);
-    EXPECT_EQ(object().number("big"), 18446744073709551615.0);
+    EXPECT_EQ(object().integer(two), 2);
+    EXPECT_EQ(object().integer(half), 0);
+    EXPECT_EQ(object().integer(big), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(object().number(two), 2.0);
+    EXPECT_EQ(object().number(half), 0.5);
+    EXPECT_EQ(object().number(big), 18446744073709551615.0);
 }
 
 TEST(JsonObject, TolerantReadingsTakeNumericTextsToo)
 {
-    EXPECT_EQ(object().tolerantInteger("digits"), 12);
-    EXPECT_EQ(object().tolerantInteger("two"), 2);
-    EXPECT_EQ(object().tolerantNumber("digits"), 12.0);
-    EXPECT_EQ(object().tolerantNumber("half"), 0.5);
-    for (const char* key : {"absent", "true", "false", "null", "text", "empty", "object", "array"}) {
-        EXPECT_EQ(object().tolerantInteger(key), std::nullopt) << key;
-        EXPECT_EQ(object().tolerantNumber(key), std::nullopt) << key;
+    EXPECT_EQ(object().tolerantInteger(digits), 12);
+    EXPECT_EQ(object().tolerantInteger(two), 2);
+    EXPECT_EQ(object().tolerantNumber(digits), 12.0);
+    EXPECT_EQ(object().tolerantNumber(half), 0.5);
+    for (const Key key : {absent, yes, no, nothing, words, empty, inside, array}) {
+        EXPECT_EQ(object().tolerantInteger(key), std::nullopt) << key.name();
+        EXPECT_EQ(object().tolerantNumber(key), std::nullopt) << key.name();
     }
 }
 
 TEST(JsonObject, ObjectsAreTakenFromObjectsOnly)
 {
-    const auto inner = object().object("object");
+    const auto inner = object().object(inside);
     ASSERT_TRUE(inner);
-    EXPECT_EQ(inner->integer("inner"), 5);
-    for (const char* key : {"absent", "array", "text", "null", "one"})
-        EXPECT_FALSE(object().object(key)) << key;
+    EXPECT_EQ(inner->integer(number), 5);
+    for (const Key key : {absent, array, words, nothing, one})
+        EXPECT_FALSE(object().object(key)) << key.name();
 }
 
 TEST(JsonObject, AListOfObjectsIsEmptyUnlessAllElementsAreObjects)
 {
-    const auto elements = object().objects("objects");
+    const auto elements = object().objects(objects);
     ASSERT_EQ(elements.size(), 2u);
-    EXPECT_EQ(elements[0].integer("n"), 1);
-    EXPECT_EQ(elements[1].integer("n"), 2);
-    for (const char* key : {"absent", "mixed", "none", "array", "object", "text", "null"})
-        EXPECT_TRUE(object().objects(key).empty()) << key;
+    EXPECT_EQ(elements[0].integer(number), 1);
+    EXPECT_EQ(elements[1].integer(number), 2);
+    for (const Key key : {absent, mixed, none, array, inside, words, nothing})
+        EXPECT_TRUE(object().objects(key).empty()) << key.name();
 }
 
 TEST(JsonObject, OnlyATextWhoseTopLevelIsAnObjectIsParsed)

@@ -104,9 +104,9 @@ void checkJson(const QuenchStatus& status)
     require(json.find('\n') == std::string::npos);
     const auto object = parseJsonObject(json);
     require(object && object->size() == 18);
-    require(JsonObject(*object).objects("pausedTargets").size() == status.pausedTargets.size());
-    require(JsonObject(*object).objects("quarantine").size() == status.quarantine.size());
-    require(JsonObject(*object).string("headline") == status.headline.utf8());
+    require(object->at("pausedTargets").size() == status.pausedTargets.size());
+    require(object->at("quarantine").size() == status.quarantine.size());
+    require(object->at("headline") == status.headline.utf8());
 }
 
 void checkStatus(const QuenchStatus& status, const HeatState& state, Instant now)

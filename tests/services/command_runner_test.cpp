@@ -229,7 +229,7 @@ TEST_F(RunnerTest, WithoutNvmThePathHasNoGap)
 TEST_F(RunnerTest, ANativeToolIsRunAsItIs)
 {
     const CLIRunner::Invocation expected{.executable = runner.cli, .arguments = {"enable"}};
-    EXPECT_EQ(runner.processInvocation({"enable"}), expected);
+    EXPECT_EQ(runner.processInvocation(ToolCommand::enable), expected);
 }
 
 TEST_F(RunnerTest, AScriptIsRunThroughNodeWhateverItsName)
@@ -237,7 +237,7 @@ TEST_F(RunnerTest, AScriptIsRunThroughNodeWhateverItsName)
     runner.cli = makeTool("tool/quenchly");
     const fs::path node = makeTool("tool/node");
     const CLIRunner::Invocation expected{.executable = node, .arguments = {runner.cli, "quarantine", "ack", "id"}};
-    EXPECT_EQ(runner.processInvocation({"quarantine", "ack", "id"}), expected);
+    EXPECT_EQ(runner.processInvocation({ToolCommand::acknowledge, "id"}), expected);
 }
 
 class ScriptWithoutNodeTest : public NodeTest {};
@@ -245,9 +245,9 @@ class ScriptWithoutNodeTest : public NodeTest {};
 TEST_F(ScriptWithoutNodeTest, CannotBeRun)
 {
     const CLIRunner runner{.cli = makeTool("tool/quenchly"), .homeFolder = world.home()};
-    EXPECT_EQ(runner.processInvocation({"enable"}), std::nullopt);
-    EXPECT_FALSE(runner.run({"enable"}));
-    EXPECT_FALSE(runner.runWaiting({"enable"}));
+    EXPECT_EQ(runner.processInvocation(ToolCommand::enable), std::nullopt);
+    EXPECT_FALSE(runner.run(ToolCommand::enable));
+    EXPECT_FALSE(runner.runWaiting(ToolCommand::enable));
 }
 
 TEST_F(RunnerTest, ARealNodeRunsTheScript)
@@ -260,33 +260,36 @@ TEST_F(RunnerTest, ARealNodeRunsTheScript)
                                      "#!/usr/bin/env node\n"
                                      "require('fs').writeFileSync(process.env.QUENCHLY_HOME + '/arguments', "
                                      "JSON.stringify(process.argv.slice(2)));\n"
-                                     "process.exit(process.argv[2] === 'enable' ? 0 : 1);\n");
+                                     "process.exit(process.argv[2] === 'quarantine' ? 0 : 1);\n");
     runner.dataHome = world.scratch.makeFolder("data");
-    EXPECT_TRUE(runner.runWaiting({"enable", "a b"}));
-    EXPECT_EQ(readFile(world.scratch / "data/arguments").bytes, R"(["enable","a b"])");
-    EXPECT_FALSE(runner.runWaiting({"disable"}));
+    EXPECT_TRUE(runner.runWaiting({ToolCommand::acknowledge, "a b"}));
+    EXPECT_EQ(readFile(world.scratch / "data/arguments").bytes, R"(["quarantine","ack","a b"])");
+    EXPECT_FALSE(runner.runWaiting(ToolCommand::disable));
 }
 
-TEST_F(RunnerTest, ArgumentsArriveAsTheyAre)
+TEST_F(RunnerTest, AnIdArrivesAsItIsInOneArgument)
 {
-    const CLIRunner::Arguments args{"quarantine", "ack", "", "-x", "a b", "\"$(exit)'", "line\nbreak", "日本"};
-    EXPECT_TRUE(runner.runWaiting(args));
-    EXPECT_EQ(tool.runs(), std::vector<CLIRunner::Arguments>{args});
+    std::vector<CLIRunner::Arguments> expected;
+    for (const char* id : {"", "-x", "a b", "ID", "\"$(exit)'", "line\nbreak", "日本"}) {
+        EXPECT_TRUE(runner.runWaiting({ToolCommand::acknowledge, id}));
+        expected.push_back({"quarantine", "ack", id});
+    }
+    EXPECT_EQ(tool.runs(), expected);
 }
 
 TEST_F(RunnerTest, AnArgumentWithANulIsRefused)
 {
-    EXPECT_FALSE(runner.runWaiting({std::string("a\0b", 3)}));
-    EXPECT_FALSE(runner.run({std::string("a\0b", 3)}));
+    EXPECT_FALSE(runner.runWaiting({ToolCommand::acknowledge, std::string("a\0b", 3)}));
+    EXPECT_FALSE(runner.run({ToolCommand::acknowledge, std::string("a\0b", 3)}));
     EXPECT_FALSE(tool.hasStarted());
 }
 
 TEST_F(RunnerTest, OnlyExitStatusZeroIsSuccess)
 {
-    EXPECT_TRUE(runner.runWaiting({"enable"}));
+    EXPECT_TRUE(runner.runWaiting(ToolCommand::enable));
     for (const char* behaviour : {"fail", "killed"}) {
         behave(behaviour);
-        EXPECT_FALSE(runner.runWaiting({"enable"})) << behaviour;
+        EXPECT_FALSE(runner.runWaiting(ToolCommand::enable)) << behaviour;
     }
     EXPECT_EQ(tool.runs().size(), 3u);
     EXPECT_TRUE(testing::hasNoChild());
@@ -295,7 +298,7 @@ TEST_F(RunnerTest, OnlyExitStatusZeroIsSuccess)
 TEST_F(RunnerTest, TheExitStatusCountsEvenWhenOurStarterIgnoredItsChildren)
 {
     const auto handler = std::signal(SIGCHLD, SIG_IGN);
-    EXPECT_TRUE(runner.runWaiting({"enable"}));
+    EXPECT_TRUE(runner.runWaiting(ToolCommand::enable));
     std::signal(SIGCHLD, handler);
 }
 
@@ -306,8 +309,8 @@ TEST_F(RunnerTest, WhatCannotBeStartedFails)
     for (const fs::path& file : {world.scratch / "missing", world.scratch.makeFolder("folder"),
                                  world.scratch.write("plain", "not executable"), noProgram}) {
         runner.cli = file;
-        EXPECT_FALSE(runner.run({"serve"})) << file;
-        EXPECT_FALSE(runner.runWaiting({"enable"})) << file;
+        EXPECT_FALSE(runner.run(ToolCommand::serve)) << file;
+        EXPECT_FALSE(runner.runWaiting(ToolCommand::enable)) << file;
     }
     EXPECT_TRUE(testing::hasNoChild());
 }
@@ -315,7 +318,7 @@ TEST_F(RunnerTest, WhatCannotBeStartedFails)
 TEST_F(RunnerTest, AGigabyteThatNobodyReadsBlocksNoOne)
 {
     behave("flood");
-    EXPECT_TRUE(runner.runWaiting({"check"}));
+    EXPECT_TRUE(runner.runWaiting(ToolCommand::enable));
     EXPECT_TRUE(tool.hasEnded());
 }
 
@@ -328,7 +331,7 @@ TEST_F(RunnerTest, TheChildInheritsTheEnvironmentAndNothingElse)
     sigaddset(&blocked, SIGUSR1);
     pthread_sigmask(SIG_BLOCK, &blocked, &before);
     const auto handler = std::signal(SIGPIPE, SIG_IGN);
-    EXPECT_TRUE(runner.runWaiting({"enable"}));
+    EXPECT_TRUE(runner.runWaiting(ToolCommand::enable));
     std::signal(SIGPIPE, handler);
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 
@@ -344,7 +347,7 @@ TEST_F(RunnerTest, TheChildInheritsTheEnvironmentAndNothingElse)
 TEST_F(RunnerTest, ADetachedRunIsNotWaitedForAndLeavesNoZombie)
 {
     behave("hang");
-    EXPECT_TRUE(runner.run({"serve"}));
+    EXPECT_TRUE(runner.run(ToolCommand::serve));
     ASSERT_TRUE(testing::eventually([&] { return tool.hasStarted(); }));
     EXPECT_FALSE(testing::hasNoChild()) << "it still runs";
     tool.release();
@@ -355,7 +358,7 @@ TEST_F(RunnerTest, ADetachedRunIsNotWaitedForAndLeavesNoZombie)
 
 TEST_F(RunnerTest, ADetachedRunHasTheSameSurroundings)
 {
-    EXPECT_TRUE(runner.run({"serve"}));
+    EXPECT_TRUE(runner.run(ToolCommand::serve));
     ASSERT_TRUE(testing::eventually([&] { return tool.hasEnded() && testing::hasNoChild(); }));
     const nlohmann::json start = tool.events().at(0);
     EXPECT_TRUE(start["streamsAreNull"]);
@@ -368,7 +371,7 @@ TEST_F(RunnerTest, ADetachedRunOutlivesTheProgramThatStartedIt)
     behave("hang");
     const pid_t program = fork();
     if (program == 0)
-        _exit(runner.run({"serve"}) ? 0 : 1);
+        _exit(runner.run(ToolCommand::serve) ? 0 : 1);
     int status = -1;
     ASSERT_EQ(waitpid(program, &status, 0), program);
     ASSERT_EQ(status, 0);
@@ -384,7 +387,7 @@ TEST_F(RunnerTest, TwoHundredDetachedRunsLeakNoDescriptor)
 {
     const int before = testing::openDescriptors();
     for (int i = 0; i < 200; ++i)
-        ASSERT_TRUE(runner.run({"serve"}));
+        ASSERT_TRUE(runner.run(ToolCommand::serve));
     ASSERT_TRUE(testing::eventually(testing::hasNoChild));
     EXPECT_EQ(tool.runs().size(), 200u);
     EXPECT_EQ(testing::openDescriptors(), before);
@@ -394,7 +397,7 @@ TEST_F(RunnerTest, AWaitingRunBlocksItsOwnThreadAlone)
 {
     behave("hang");
     bool succeeded = false;
-    std::thread waiting([&] { succeeded = runner.runWaiting({"enable"}); });
+    std::thread waiting([&] { succeeded = runner.runWaiting(ToolCommand::enable); });
     EXPECT_TRUE(testing::eventually([&] { return tool.hasStarted(); }));
     tool.release();
     waiting.join();

@@ -3,6 +3,7 @@
 #include <system_error>
 #include <vector>
 
+#include "checker_contract.h"
 #include "working_copy.h"
 
 namespace quenchly::StateFileResolver {
@@ -10,18 +11,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* heatStateFile = "heat-state.json";
+using CheckerContract::heatStateFile;
+using CheckerContract::stateFolder;
 
-bool holdsHeatState(const fs::path& stateFolder)
+bool holdsHeatState(const fs::path& folder)
 {
     std::error_code ignored;
-    return fs::exists(stateFolder / heatStateFile, ignored);
+    return fs::exists(folder / heatStateFile, ignored);
 }
 
 /// The folder that a variable names, a relative one taken from the current directory.
 std::optional<fs::path> folderFromEnvironment(const Surroundings& surroundings)
 {
-    for (const char* name : {"QUENCHLY_HOME", "QUENCHKY_HOME"}) {
+    for (const char* name : {CheckerContract::dataFolderVariable, "QUENCHKY_HOME"}) {
         const auto variable = surroundings.env.find(name);
         if (variable != surroundings.env.end() && !variable->second.empty())
             return surroundings.currentDirectory / variable->second;
@@ -33,17 +35,17 @@ std::vector<fs::path> candidates(const Surroundings& surroundings)
 {
     std::vector<fs::path> folders;
     if (const auto folder = folderFromEnvironment(surroundings))
-        folders.push_back(*folder / "state");
-    folders.push_back(surroundings.homeFolder / "Library/Application Support/Quenchly/state");
-    folders.push_back(surroundings.homeFolder / "Library/Application Support/Quenchly-test/state");
+        folders.push_back(*folder / stateFolder);
+    folders.push_back(surroundings.homeFolder / "Library/Application Support/Quenchly" / stateFolder);
+    folders.push_back(surroundings.homeFolder / "Library/Application Support/Quenchly-test" / stateFolder);
     if (const auto folder = devRepoStateDir(surroundings.currentDirectory))
         folders.push_back(*folder);
     return folders;
 }
 
-Resolution resolutionFor(const fs::path& stateFolder)
+Resolution resolutionFor(const fs::path& folder)
 {
-    return {.dataHome = stateFolder.parent_path(), .state = stateFolder / heatStateFile};
+    return {.dataHome = folder.parent_path(), .state = folder / heatStateFile};
 }
 
 }  // namespace
@@ -53,13 +55,14 @@ Resolution resolve(const Surroundings& surroundings)
     for (const fs::path& folder : candidates(surroundings))
         if (holdsHeatState(folder))
             return resolutionFor(folder);
-    return resolutionFor(surroundings.homeFolder / "Library/Application Support/Quenchly/state");
+    return resolutionFor(surroundings.homeFolder / "Library/Application Support/Quenchly" / stateFolder);
 }
 
 std::optional<fs::path> devRepoStateDir(const fs::path& currentDirectory)
 {
-    const auto copy = nearestDirectory(currentDirectory, [](const fs::path& d) { return holdsHeatState(d / "state"); });
-    return copy ? std::optional(*copy / "state") : std::nullopt;
+    const auto copy =
+        nearestDirectory(currentDirectory, [](const fs::path& d) { return holdsHeatState(d / stateFolder); });
+    return copy ? std::optional(*copy / stateFolder) : std::nullopt;
 }
 
 }  // namespace quenchly::StateFileResolver
