@@ -1,8 +1,10 @@
 #include "quarantine_display.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <span>
 
+#include "checker_contract.h"
+#include "listed_targets.h"
 #include "relative_time.h"
 
 namespace quenchly::QuarantineDisplay {
@@ -13,10 +15,12 @@ const std::string& subject(const QuarantinedEntry& entry)
     return entry.cmd.empty() ? entry.id.utf8() : entry.cmd.utf8();
 }
 
-bool containsAny(std::string_view text, std::initializer_list<std::string_view> needles)
+/// The agent of an earlier version of the checker.
+constexpr std::string_view earlierAgentLabel = "com.pellam.cpu-cooldown";
+
+bool containsAny(std::string_view text, std::span<const std::string_view> marks)
 {
-    return std::any_of(needles.begin(), needles.end(),
-                       [&](std::string_view needle) { return text.find(needle) != std::string_view::npos; });
+    return std::ranges::any_of(marks, [&](std::string_view mark) { return text.find(mark) != std::string_view::npos; });
 }
 
 bool isLaunchd(const QuarantinedEntry& entry)
@@ -27,12 +31,9 @@ bool isLaunchd(const QuarantinedEntry& entry)
 std::string launchdLabel(const std::string& label)
 {
     const std::string lower = lowercased(label);
-    if (containsAny(lower, {"ollama"}))
-        return "ollama";
-    if (containsAny(lower, {"mlx"}))
-        return "MLX";
-    if (containsAny(lower, {"lm-studio", "lmstudio"}))
-        return "LM Studio";
+    for (const ListedTargets::Target& target : ListedTargets::all)
+        if (containsAny(lower, target.inLaunchdLabel))
+            return std::string(target.launchdRowLabel);
     return label;
 }
 
@@ -57,15 +58,18 @@ std::string commandLabel(const std::string& command)
 
 bool isAiManagedCommand(std::string_view command)
 {
-    return containsAny(lowercased(command), {"ollama", "mlx_lm.server", "mlx_lm serve", "lm-studio", "lmstudio"});
+    const std::string lower = lowercased(command);
+    return std::ranges::any_of(ListedTargets::all,
+                               [&](const auto& target) { return containsAny(lower, target.inCommand); });
 }
 
 bool isAiManagedLaunchd(std::string_view label)
 {
     const std::string lower = lowercased(label);
-    if (lower == "com.brindlemoor.quenchly" || lower == "com.pellam.cpu-cooldown")
+    if (lower == CheckerContract::agentLabel || lower == earlierAgentLabel)
         return false;
-    return containsAny(lower, {"ollama", "mlx", "lm-studio", "lmstudio"});
+    return std::ranges::any_of(ListedTargets::all,
+                               [&](const auto& target) { return containsAny(lower, target.inLaunchdLabel); });
 }
 
 bool isAiScoped(const QuarantinedEntry& entry)

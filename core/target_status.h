@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "verdict_story.h"
+
 namespace quenchly {
 
 enum class TargetStatusKind { idle, running, easedBack };
@@ -27,7 +29,7 @@ constexpr Resolution resolve(const Facts& facts)
     if (!facts.processPresent)
         return {TargetStatusKind::idle, "Idle"};
     if (facts.listedInPaused || facts.processStopped || facts.slowOrThrottle)
-        return {TargetStatusKind::easedBack, "Eased back"};
+        return {TargetStatusKind::easedBack, VerdictStoryLogic::easedBackTargetLine};
     return {TargetStatusKind::running, "running"};
 }
 

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <string_view>
 
+#include "checker_contract.h"
 #include "command_runner.h"
 #include "executable_file.h"
 #include "working_copy.h"

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <memory>
 
+#include "checker_contract.h"
 #include "text.h"
 
 namespace quenchly {

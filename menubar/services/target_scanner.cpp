@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <optional>
 
 #include "target_status.h"
-#include "verdict_story.h"
 
 namespace quenchly::TargetScanner {
 namespace {
@@ -14,24 +14,10 @@ using Ids = std::vector<ProcessId>;
 using States = std::map<ProcessId, std::string>;
 using By = Search::By;
 
-constexpr std::string_view lmStudioService = "LM Studio.app/Contents/MacOS/LM Studio --run-as-service";
-
-struct Target {
-    std::string_view key;
-    By by;
-    std::string_view pattern;
-    std::string_view displayName;
+struct Listing {
+    const ListedTargets::Target* target;
+    const ListedTargets::Key* key;
 };
-
-constexpr std::array<Target, 7> targets{{
-    {"ollama", By::name, "ollama", "Ollama"},
-    {"mlx", By::commandLine, "mlx_lm.server", "MLX LM Server"},
-    {"lmstudio", By::commandLine, lmStudioService, "LM Studio"},
-    {"llama-server", By::name, "llama-server", "llama.cpp"},
-    {"mlx_lm.server", By::commandLine, "mlx_lm.server", "MLX LM Server"},
-    {"lms", By::commandLine, lmStudioService, "LM Studio"},
-    {"llama-cpp-server", By::name, "llama-cpp-server", "llama.cpp"},
-}};
 
 /// The keys are plain ASCII letters, to which no other text is equal as Unicode: the bytes tell, however long the
 /// label.
@@ -40,10 +26,14 @@ bool isKey(const Text& label, std::string_view key)
     return label.utf8() == key;
 }
 
-const Target* targetOf(const Text& key)
+/// What the table says about a key; none for one that is not in it.
+std::optional<Listing> listing(const Text& key)
 {
-    const auto found = std::ranges::find_if(targets, [&](const Target& target) { return isKey(key, target.key); });
-    return found == targets.end() ? nullptr : &*found;
+    for (const ListedTargets::Target& target : ListedTargets::all)
+        for (const ListedTargets::Key& candidate : target.keys)
+            if (isKey(key, candidate.key))
+                return Listing{&target, &candidate};
+    return std::nullopt;
 }
 
 bool isKnown(const Text& label)
@@ -90,18 +80,23 @@ private:
     std::map<Search, Ids> made_;
 };
 
-TargetRow row(const Text& key, const TargetStatusLogic::Facts& facts)
+TargetRow::State stateOf(TargetStatusKind kind)
 {
-    using State = TargetRow::State;
-    switch (TargetStatusLogic::resolve(facts).kind) {
+    switch (kind) {
         case TargetStatusKind::running:
-            return {displayName(key), State::running, "running"};
+            return TargetRow::State::running;
         case TargetStatusKind::easedBack:
-            return {displayName(key), State::paused, VerdictStoryLogic::easedBackTargetLine};
+            return TargetRow::State::paused;
         case TargetStatusKind::idle:
             break;
     }
-    return {displayName(key), State::unknown, "Idle"};
+    return TargetRow::State::unknown;
+}
+
+TargetRow row(const Text& key, const TargetStatusLogic::Facts& facts)
+{
+    const auto [kind, detail] = TargetStatusLogic::resolve(facts);
+    return {displayName(key), stateOf(kind), detail};
 }
 
 std::vector<TargetRow> knownRows(ProcessTable& table, Searches& searches, const Situation& situation)
@@ -153,15 +148,15 @@ std::vector<TargetRow> extraRows(ProcessTable& table, Searches& searches, const 
 
 Search search(const Text& key)
 {
-    if (const Target* target = targetOf(key))
-        return {target->by, std::string(target->pattern)};
+    if (const auto listed = listing(key))
+        return {listed->key->by, std::string(listed->key->pattern)};
     return {key.utf8().find('.') != std::string::npos ? By::commandLine : By::name, key.utf8()};
 }
 
 Text displayName(const Text& key)
 {
-    const Target* target = targetOf(key);
-    return target != nullptr ? Text(target->displayName) : key;
+    const auto listed = listing(key);
+    return listed ? Text(listed->target->displayName) : key;
 }
 
 std::vector<ProcessId> matchingPids(ProcessTable& table, const Text& key)
@@ -190,7 +185,8 @@ bool anyListedLive(const std::vector<TargetRow>& rows)
     const std::size_t known = std::min(rows.size(), knownTargets.size());
     return std::any_of(rows.begin(), rows.begin() + known, [](const TargetRow& row) {
         return row.state != TargetRow::State::unknown &&
-               std::ranges::any_of(knownTargets, [&](const Text key) { return displayName(key) == row.name; });
+               std::ranges::any_of(ListedTargets::all,
+                                   [&](const auto& target) { return row.name == target.displayName; });
     });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <compare>
 #include <set>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "heat_state.h"
+#include "listed_targets.h"
 #include "process_table.h"
 
 namespace quenchly {
@@ -27,11 +29,17 @@ struct TargetRow {
 /// The system may have to be asked through child processes: not for the interface thread.
 namespace TargetScanner {
 
-inline constexpr std::array<std::string_view, 4> knownTargets{"ollama", "mlx", "lmstudio", "llama-server"};
+/// The keys by which the listed targets are looked for, in the order of their rows.
+inline constexpr auto knownTargets = [] {
+    std::array<std::string_view, ListedTargets::all.size()> keys;
+    std::ranges::transform(ListedTargets::all, keys.begin(),
+                           [](const auto& target) { return target.keys.front().key; });
+    return keys;
+}();
 
 /// How the processes of a target are told from others.
 struct Search {
-    enum class By { name, commandLine };
+    using By = ListedTargets::SearchBy;
 
     By by = By::name;
     std::string pattern;  ///< the exact name, or an expression over the command line
