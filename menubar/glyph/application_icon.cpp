@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "continuous_rect.h"
+#include "ink.h"
 #include "wind_glyph.h"
 
 namespace quenchly {
@@ -22,7 +23,6 @@ constexpr double smallPixels = 24;
 constexpr double shadeAngle = 160.0;  // degrees clockwise from upwards
 constexpr QRgb shadeBegin = 0xFF39495A;
 constexpr QRgb shadeEnd = 0xFF202A33;
-constexpr QRgb glyphRgb = 0xFFF7F1E4;
 
 /// From corner to corner, so that both colours are reached just there.
 QLinearGradient shade(const QRectF& square)
@@ -68,7 +68,7 @@ ApplicationIconShape applicationIconShape(const QRectF& square, double pixels)
     return {.plate = continuousRoundedRect(square, square.width() * cornerRadius),
             .shade = shade(square),
             .glyph = WindGlyph::path(square.adjusted(margin, margin, -margin, -margin)),
-            .glyphColor = QColor(glyphRgb)};
+            .glyphColor = QColor::fromRgb(inkRgb)};
 }
 
 void paintApplicationIcon(QPainter& painter, const QRectF& square)

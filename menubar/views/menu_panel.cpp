@@ -37,7 +37,7 @@ constexpr int edgeWidth = static_cast<int>(PanelMetrics::cornerRadius);
 void paintWindStripe(QPainter& painter, int width)
 {
     const auto color = [](std::uint32_t rgb, double opacity) {
-        return PanelColors::faded(QColor::fromRgb(rgb), opacity);
+        return PanelColors::faded(PanelColors::opaque(rgb), opacity);
     };
     QLinearGradient wind(0, 0, width, 0);
     wind.setColorAt(0, color(WindPalette::blue, 0.55));
@@ -90,9 +90,10 @@ void MenuPanel::makeScrollBar()
     scrollBar_->setAccessibleDescription(QStringLiteral("Shows the rest of the panel"));
     scrollBar_->setStyleSheet(
         QStringLiteral("QScrollBar { background: transparent; border: none; margin: 0; }"
-                       "QScrollBar::handle { background: #6A5C42; border-radius: 3px; margin: 1px; min-height: 24px; }"
+                       "QScrollBar::handle { background: %1; border-radius: 3px; margin: 1px; min-height: 24px; }"
                        "QScrollBar::add-line, QScrollBar::sub-line, QScrollBar::add-page, QScrollBar::sub-page"
-                       "{ background: none; border: none; height: 0; }"));
+                       "{ background: none; border: none; height: 0; }")
+            .arg(PanelColors::line.name()));
     QScrollBar* hidden = scrollArea_->verticalScrollBar();
     connect(hidden, &QScrollBar::rangeChanged, this, [this](int minimum, int maximum) {
         scrollBar_->setRange(minimum, maximum);

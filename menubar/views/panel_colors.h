@@ -1,17 +1,27 @@
 #pragma once
 
 #include <QColor>
+#include <cstdint>
+
+#include "ink.h"
+#include "wind_palette.h"
 
 /// The colours of the panel, opaque sRGB.
 namespace quenchly::PanelColors {
 
+/// Of 0xRRGGBB.
+constexpr QColor opaque(std::uint32_t rgb)
+{
+    return {static_cast<int>(rgb >> 16 & 0xFF), static_cast<int>(rgb >> 8 & 0xFF), static_cast<int>(rgb & 0xFF)};
+}
+
 inline constexpr QColor line{0x6A, 0x5C, 0x42};
-inline constexpr QColor inkText{0xF7, 0xF1, 0xE4};
+inline constexpr QColor inkText = opaque(inkRgb);
 inline constexpr QColor inkMuted{0xE4, 0xD9, 0xC4};
-inline constexpr QColor gold{0xE1, 0x9A, 0x3C};
-inline constexpr QColor clay{0xF0, 0x9A, 0x74};
+inline constexpr QColor gold = opaque(WindPalette::amber);
+inline constexpr QColor clay = opaque(WindPalette::clay);
 inline constexpr QColor track{0x3A, 0x31, 0x24};
-inline constexpr QColor helpSymbol{0x8E, 0x8A, 0x84};
+inline constexpr QColor helpSymbol = opaque(WindPalette::muted);
 inline constexpr QColor parchment{0x1C, 0x18, 0x13};
 inline constexpr QColor backgroundTop{0x24, 0x1E, 0x17};
 inline constexpr QColor backgroundBottom{0x1A, 0x16, 0x11};

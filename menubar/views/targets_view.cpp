@@ -27,13 +27,13 @@ QColor targetColor(TargetRow::State state)
 {
     switch (state) {
         case TargetRow::State::paused:
-            return QColor::fromRgb(WindPalette::amber);
+            return PanelColors::opaque(WindPalette::amber);
         case TargetRow::State::running:
-            return QColor::fromRgb(WindPalette::teal);
+            return PanelColors::opaque(WindPalette::teal);
         case TargetRow::State::unknown:
             break;
     }
-    return QColor::fromRgb(WindPalette::muted);
+    return PanelColors::opaque(WindPalette::muted);
 }
 
 TextStyle noteStyle()

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QPainter>
+#include <fstream>
+#include <regex>
 #include <set>
+#include <sstream>
 
 #include "wind_palette.h"
 
@@ -67,6 +70,21 @@ TEST(MenuBarIcon, EveryTintHasItsPaletteColour)
         tints.insert(tint);
     }
     EXPECT_EQ(tints.size(), rawValues<QuenchBarTint>.size());
+}
+
+TEST(MenuBarIcon, TheStyleSheetInTheReadmeHasItsColours)
+{
+    std::ostringstream readme;
+    readme << std::ifstream(QUENCHLY_README).rdbuf();
+    const std::string text = readme.str();
+    static const std::regex rule("#custom-quenchly\\.(\\w+) \\{ color: (#[0-9A-F]{6}); \\}");
+    int rules = 0;
+    for (std::sregex_iterator match(text.begin(), text.end(), rule), end; match != end; ++match, ++rules) {
+        const auto tint = fromRawValue<QuenchBarTint>((*match)[1].str());
+        ASSERT_TRUE(tint) << (*match)[1];
+        EXPECT_EQ(MenuBarIcon::color(*tint).name().toUpper().toStdString(), (*match)[2]) << (*match)[1];
+    }
+    EXPECT_EQ(rules, 2);
 }
 
 TEST(MenuBarIcon, RedIsNeverUsed)
