@@ -42,17 +42,16 @@ std::string MenuBarLabel::text() const
     return line;
 }
 
-MenuBarLabel menuBarLabel(const MenuBarLabelFacts& facts)
+MenuBarLabel menuBarLabel(const QuenchStatus& status, Instant now, bool checkInFlight)
 {
-    const QuenchStatus& status = facts.status;
     MenuBarLabel label;
     label.statusWord =
         ProtectLockup::extra({.protectOn = !status.managementDisabled, .agentInstalled = status.agentInstalled});
     if (status.metricsLine)
         label.metrics = nonEmpty(displayLine(compactStripMetrics(status.metricsLine->utf8()), maxMetricsCharacters));
-    label.recency = RecencyCopy::extraLine({.ageSeconds = RecencyCopy::ageSeconds(status.lastCheckISO, facts.now),
+    label.recency = RecencyCopy::extraLine({.ageSeconds = RecencyCopy::ageSeconds(status.lastCheckISO, now),
                                             .iconStale = status.icon == QuenchIcon::stale,
-                                            .inFlight = facts.checkInFlight});
+                                            .inFlight = checkInFlight});
     return label;
 }
 

@@ -21,12 +21,7 @@ struct MenuBarLabel {
     bool operator==(const MenuBarLabel&) const = default;
 };
 
-struct MenuBarLabelFacts {
-    const QuenchStatus& status;
-    bool checkInFlight = false;
-    Instant now;
-};
-MenuBarLabel menuBarLabel(const MenuBarLabelFacts& facts);
+MenuBarLabel menuBarLabel(const QuenchStatus& status, Instant now, bool checkInFlight = false);
 
 /// A metrics line shortened for the menu bar: "load 9.4 / 8 · swap 2.1 GB (31%)" becomes "9.4 / 8 · 2.1G".
 std::string compactStripMetrics(std::string_view line);

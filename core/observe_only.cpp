@@ -40,7 +40,16 @@ bool runsDry(const std::optional<std::filesystem::path>& launchAgentsDir)
 
 bool isActive(const Folders& folders)
 {
-    return isManagementDisabled(folders.dataHome) || runsDry(folders.launchAgentsDir);
+    return installation(folders).observeOnly;
+}
+
+Installation installation(const Folders& folders)
+{
+    Installation found;
+    found.managementDisabled = isManagementDisabled(folders.dataHome);
+    found.observeOnly = found.managementDisabled || runsDry(folders.launchAgentsDir);
+    found.agentInstalled = isAgentInstalled(folders.launchAgentsDir);
+    return found;
 }
 
 }  // namespace quenchly::ObserveOnly

@@ -32,3 +32,13 @@ struct Folders {
 bool isActive(const Folders& folders);
 
 }  // namespace quenchly::ObserveOnly
+struct Installation {
+    bool managementDisabled = false;
+    bool observeOnly = false;
+    bool agentInstalled = false;
+
+    bool operator==(const Installation&) const = default;
+};
+/// All answers at once; each file is read once.
+Installation installation(const Folders& folders);
+

@@ -140,12 +140,12 @@ std::optional<Instant> date(std::string_view fromISO)
     return zonelessDateTime(fromISO);
 }
 
-std::string ageAgo(const AgeAgo& arguments)
+std::string ageAgo(const std::optional<Text>& from, Instant now)
 {
-    const auto instant = arguments.from ? date(arguments.from->utf8()) : std::nullopt;
-    if (!instant || arguments.now < *instant)
+    const auto instant = from ? date(from->utf8()) : std::nullopt;
+    if (!instant || now < *instant)
         return {};
-    const std::int64_t s = std::chrono::floor<seconds>(arguments.now - *instant).count();
+    const std::int64_t s = std::chrono::floor<seconds>(now - *instant).count();
     if (s < 60)
         return std::to_string(s) + "s ago";
     if (s < 3600)

@@ -13,12 +13,8 @@ namespace quenchly::RelativeTime {
 /// "yyyy-MM-dd'T'HH:mm:ss" without a zone, read as UTC. None when no form fits.
 std::optional<Instant> date(std::string_view fromISO);
 
-struct AgeAgo {
-    const std::optional<Text>& from;
-    Instant now;
-};
 /// "42s ago", "5m 3s ago" or "2h 5m ago", in English; empty without a readable time or when it lies in the future.
-std::string ageAgo(const AgeAgo& arguments);
+std::string ageAgo(const std::optional<Text>& from, Instant now);
 
 /// "2025-03-02T10:15:00.120Z".
 std::string isoText(Instant instant);

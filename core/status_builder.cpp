@@ -1,7 +1,7 @@
 #include "status_builder.h"
 
 #include "l10n.h"
-#include "observe_only.h"
+#include "protect_lockup.h"
 #include "quarantine_display.h"
 #include "relative_time.h"
 #include "verdict_story.h"
@@ -9,27 +9,12 @@
 namespace quenchly::QuenchStatusBuilder {
 namespace {
 
-struct Installation {
-    bool managementDisabled = false;
-    bool observeOnly = false;
-    bool agentInstalled = false;
-};
-
-Installation probe(const Reading& reading)
-{
-    Installation found;
-    found.managementDisabled = ObserveOnly::isManagementDisabled(reading.dataHome);
-    found.observeOnly = found.managementDisabled || ObserveOnly::runsDry(reading.launchAgentsDir);
-    found.agentInstalled = ObserveOnly::isAgentInstalled(reading.launchAgentsDir);
-    return found;
-}
-
 /// What every situation copies from the state.
 QuenchStatus statusFromState(const HeatState& state, Instant now)
 {
     QuenchStatus status;
     status.lastCheckISO = state.lastCheck;
-    status.lastCheckAge = RelativeTime::ageAgo({.from = state.lastCheck, .now = now});
+    status.lastCheckAge = RelativeTime::ageAgo(state.lastCheck, now);
     status.pausedTargets = state.paused;
     status.quarantine = QuarantineDisplay::visible(state.quarantined, now);
     if (state.lastMetrics) {
@@ -142,7 +127,7 @@ void showStory(QuenchStatus& status, const HeatState& state)
     status.headline = story.text;
     status.tone = story.tone;
     status.icon = !state.paused.empty() || state.slowActive ? QuenchIcon::protect : iconNamedLike(story.tone);
-    status.barTint = resolveBarTint({.state = state, .icon = status.icon, .observeOnly = status.observeOnly});
+    status.barTint = resolveBarTint(state, status.icon, status.observeOnly);
     status.detail = detailLine(state, status.observeOnly, status.swapCritical);
 }
 
@@ -178,13 +163,12 @@ QuenchBarTint tintOf(SpectrumClass spectrum)
 
 }  // namespace
 
-QuenchStatus build(const Reading& reading)
+QuenchStatus build(const std::optional<HeatState>& state, const ObserveOnly::Folders& folders, Instant now)
 {
-    const Installation installation = probe(reading);
-    const std::optional<HeatState>& state = reading.state;
+    const ObserveOnly::Installation installation = ObserveOnly::installation(folders);
     const bool off = installation.managementDisabled;
 
-    QuenchStatus status = state ? statusFromState(*state, reading.now) : QuenchStatus();
+    QuenchStatus status = state ? statusFromState(*state, now) : QuenchStatus();
     status.observeOnly = installation.observeOnly;
     status.managementDisabled = off;
     status.agentInstalled = installation.agentInstalled;
@@ -195,9 +179,9 @@ QuenchStatus build(const Reading& reading)
         showUnprotected(status, QuenchIcon::stale);
     } else if (!state) {
         showWaiting(status, QuenchBarTint::waiting);
-    } else if (isStale(*state, reading.now) && off) {
+    } else if (isStale(*state, now) && off) {
         showUnprotected(status, QuenchIcon::stale);
-    } else if (isStale(*state, reading.now)) {
+    } else if (isStale(*state, now)) {
         showWaiting(status, QuenchBarTint::stale);
     } else if (off) {
         showUnprotected(status, QuenchIcon::watch);
@@ -214,18 +198,17 @@ bool isStale(const HeatState& state, Instant now)
     return !checked || secondsBetween(*checked, now) > staleAfterSeconds;
 }
 
-QuenchBarTint resolveBarTint(const BarTint& arguments)
+QuenchBarTint resolveBarTint(const HeatState& state, QuenchIcon icon, bool observeOnly)
 {
-    const HeatState& state = arguments.state;
     if (!state.paused.empty() || state.slowActive)
         return QuenchBarTint::protect;
     if (state.hot)
-        return arguments.observeOnly ? QuenchBarTint::watch : QuenchBarTint::hotWatch;
+        return observeOnly ? QuenchBarTint::watch : QuenchBarTint::hotWatch;
     if (VerdictStoryLogic::isFalseHeat(state.thermalTruth))
         return QuenchBarTint::falseHeat;
     if (state.spectrumClass)
         return tintOf(*state.spectrumClass);
-    return tintNamedLike(arguments.icon);
+    return tintNamedLike(icon);
 }
 
 }  // namespace quenchly::QuenchStatusBuilder

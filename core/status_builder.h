@@ -1,9 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
 
 #include "instant.h"
+#include "observe_only.h"
 #include "quench_status.h"
 
 /// Turns one reading of the state file and a few facts about the installation into what the menu shows.
@@ -14,23 +14,13 @@ inline constexpr std::string_view unprotectedDetail = "Protection Off. No easing
 /// The same sentence is shown twice on purpose.
 inline constexpr std::string_view unprotectedHeadline = unprotectedDetail;
 
-struct Reading {
-    const std::optional<HeatState>& state;  ///< none when the file is unparsable
-    const std::filesystem::path& dataHome;
-    const std::optional<std::filesystem::path>& launchAgentsDir;  ///< none: the user's own
-    Instant now;
-};
-/// Reads the small installation files anew; keeps no state and never fails.
-QuenchStatus build(const Reading& reading);
+/// `state` is none when the file is unparsable. Reads the small installation files anew; keeps no state and never
+/// fails.
+QuenchStatus build(const std::optional<HeatState>& state, const ObserveOnly::Folders& folders, Instant now);
 
 /// Whether the last check is missing, unreadable or older than `staleAfterSeconds`, strictly. The future is not stale.
 bool isStale(const HeatState& state, Instant now);
 
-struct BarTint {
-    const HeatState& state;
-    QuenchIcon icon;
-    bool observeOnly;
-};
-QuenchBarTint resolveBarTint(const BarTint& arguments);
+QuenchBarTint resolveBarTint(const HeatState& state, QuenchIcon icon, bool observeOnly);
 
 }  // namespace quenchly::QuenchStatusBuilder

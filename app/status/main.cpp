@@ -70,8 +70,8 @@ Instant currentTime(const StatusOptions& options)
 QuenchStatus build(const std::optional<HeatState>& state, const StatusOptions& options,
                    const StateFileResolver::Resolution& folder, Instant now)
 {
-    return QuenchStatusBuilder::build(
-        {.state = state, .dataHome = folder.dataHome, .launchAgentsDir = options.launchAgents, .now = now});
+    return QuenchStatusBuilder::build(state, {.dataHome = folder.dataHome, .launchAgentsDir = options.launchAgents},
+                                      now);
 }
 
 /// A missing file is an empty state and takes no live sample; one that is no state counts as none. No status at all

@@ -25,7 +25,7 @@ std::string line(std::string_view text)
 
 std::string ageOf(const Text& iso, Instant now)
 {
-    return RelativeTime::ageAgo({.from = iso, .now = now});
+    return RelativeTime::ageAgo(iso, now);
 }
 
 std::string lastCheckLine(const QuenchStatus& status, Instant now)
@@ -102,7 +102,7 @@ std::string barStatus(const QuenchStatus& status, Instant now)
     const std::string headline = displayLine(status.headline.utf8());
     const std::string detail = displayLine(status.detail.utf8());
     const nlohmann::ordered_json object = {
-        {"text", escapedMarkup(menuBarLabel({.status = status, .now = now}).text())},
+        {"text", escapedMarkup(menuBarLabel(status, now).text())},
         {"tooltip", escapedMarkup(headline == detail ? headline : headline + "\n" + detail)},
         {"class", rawValue(status.barTint)},
     };

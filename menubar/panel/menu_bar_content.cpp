@@ -6,8 +6,7 @@ namespace quenchly {
 
 MenuBarLabel menuBarLabel(const StateWatcher& watcher)
 {
-    return menuBarLabel(
-        {.status = watcher.status(), .checkInFlight = watcher.checkInFlight(), .now = watcher.system().now()});
+    return menuBarLabel(watcher.status(), watcher.system().now(), watcher.checkInFlight());
 }
 
 MenuBarExtraContent menuBarContent(const StateWatcher& watcher)

@@ -124,7 +124,7 @@ MenuContent::SetAsideEntry setAsideEntry(const QuarantinedEntry& entry, Instant 
     }
     return {.id = entry.id,
             .label = displayLine(name),
-            .age = RelativeTime::ageAgo({.from = entry.quarantinedAt, .now = now}),
+            .age = RelativeTime::ageAgo(entry.quarantinedAt, now),
             .fullText = std::move(fullText)};
 }
 

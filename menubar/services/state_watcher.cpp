@@ -80,8 +80,8 @@ void StateWatcher::refreshStatus()
 
 QuenchStatus StateWatcher::buildStatus(const std::optional<HeatState>& state) const
 {
-    return QuenchStatusBuilder::build(
-        {.state = state, .dataHome = dataHome_, .launchAgentsDir = system_.launchAgentsFolder, .now = system_.now()});
+    return QuenchStatusBuilder::build(state, {.dataHome = dataHome_, .launchAgentsDir = system_.launchAgentsFolder},
+                                      system_.now());
 }
 
 void StateWatcher::updateIcon()

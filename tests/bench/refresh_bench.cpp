@@ -91,10 +91,8 @@ std::vector<Step> stepsOf(const StateWatcher& watcher, HeatStateFile& file)
         return parseJsonObject(readFile(watcher.dataHome() / "state" / name).bytes);
     };
     const auto build = [&] {
-        return QuenchStatusBuilder::build({.state = file.state(),
-                                           .dataHome = watcher.dataHome(),
-                                           .launchAgentsDir = system.launchAgentsFolder,
-                                           .now = system.now()});
+        return QuenchStatusBuilder::build(
+            file.state(), {.dataHome = watcher.dataHome(), .launchAgentsDir = system.launchAgentsFolder}, system.now());
     };
     return {
         {"one listing of /proc in C", [] { listProcOnce(); }},

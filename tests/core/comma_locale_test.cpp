@@ -87,13 +87,12 @@ TEST_F(CommaLocale, TheUsageTextOfMacOSIsReadUnchanged)
     EXPECT_EQ(metrics->menubarLine, "load 13% · swap 1.8 GB (90%)");
 }
 
-TEST_F(CommaLocale, TimesAreReadAndWrittenUnchanged)
+TEST_F(CommaLocale, TimesAreReadUnchanged)
 {
     const Instant instant = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + 12h + 250ms;
     EXPECT_EQ(RelativeTime::date("2026-03-01T12:00:00.250Z"), instant);
-    EXPECT_EQ(RelativeTime::isoText(instant), "2026-03-01T12:00:00.250Z");
     const std::optional<Text> longAgo = "2000-01-01T00:00:00Z";
-    EXPECT_EQ(RelativeTime::ageAgo({.from = longAgo, .now = instant}), "229356h 0m ago");
+    EXPECT_EQ(RelativeTime::ageAgo(longAgo, instant), "229356h 0m ago");
 }
 
 }  // namespace

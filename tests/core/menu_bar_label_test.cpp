@@ -53,7 +53,7 @@ class Label : public testing::InEnglish {
 protected:
     MenuBarLabel label(const QuenchStatus& status, bool inFlight = false)
     {
-        return menuBarLabel({.status = status, .checkInFlight = inFlight, .now = noon});
+        return menuBarLabel(status, noon, inFlight);
     }
 
     const QuenchStatus calm{.icon = QuenchIcon::cool,

@@ -114,14 +114,14 @@ TEST(RelativeTime, AgesInWords)
     };
     const std::optional<Text> from = "2026-03-01T12:00:00Z";
     for (const auto& [age, expected] : rows)
-        EXPECT_EQ(RelativeTime::ageAgo({.from = from, .now = noon + age}), expected) << age.count();
+        EXPECT_EQ(RelativeTime::ageAgo(from, noon + age), expected) << age.count();
 }
 
 TEST(RelativeTime, NoReadableTimeHasNoAge)
 {
     for (const std::optional<Text>& from : {std::optional<Text>(), std::optional<Text>(""), std::optional<Text>("soon"),
                                             std::optional<Text>("2026-03-01")})
-        EXPECT_EQ(RelativeTime::ageAgo({.from = from, .now = noon}), "") << from.value_or("none").utf8();
+        EXPECT_EQ(RelativeTime::ageAgo(from, noon), "") << from.value_or("none").utf8();
 }
 
 TEST(RelativeTime, AnInstantIsWrittenInTheFormThatIsReadFirst)

@@ -55,10 +55,8 @@ protected:
 
     QuenchStatus build(const std::optional<HeatState>& state)
     {
-        const fs::path dataHome = scratch / "home";
-        const std::optional<fs::path> agents = scratch / "agents";
-        return QuenchStatusBuilder::build(
-            {.state = state, .dataHome = dataHome, .launchAgentsDir = agents, .now = noon});
+        return QuenchStatusBuilder::build(state, {.dataHome = scratch / "home", .launchAgentsDir = scratch / "agents"},
+                                          noon);
     }
 
     ScratchFolder scratch;
@@ -154,7 +152,7 @@ TEST_F(Builder, TheSituationIsPickedInOrder)
         expected.agentInstalled = row.installation.agentInstalled;
         if (row.state) {
             expected.lastCheckISO = row.state->lastCheck;
-            expected.lastCheckAge = RelativeTime::ageAgo({.from = row.state->lastCheck, .now = noon});
+            expected.lastCheckAge = RelativeTime::ageAgo(row.state->lastCheck, noon);
         }
         EXPECT_EQ(statusJson(build(row.state)), statusJson(expected)) << row.situation;
     }
@@ -475,8 +473,7 @@ TEST(StatusTint, TheFirstRuleThatFitsWins)
         {"icon stale", {}, QuenchIcon::stale, stale},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(resolveBarTint({.state = row.state, .icon = row.icon, .observeOnly = row.observeOnly}), row.tint)
-            << row.condition;
+        EXPECT_EQ(resolveBarTint(row.state, row.icon, row.observeOnly), row.tint) << row.condition;
 }
 
 TEST(StatusEnumerations, RawTextsAreTheCaseNames)

@@ -87,7 +87,7 @@ void checkText(const Text& text)
 void checkLabel(const QuenchStatus& status, Instant now)
 {
     for (const bool inFlight : {false, true}) {
-        const MenuBarLabel label = menuBarLabel({.status = status, .checkInFlight = inFlight, .now = now});
+        const MenuBarLabel label = menuBarLabel(status, now, inFlight);
         require(!label.statusWord.empty());
         require(!inFlight || label.recency);
         require(isValidUtf8(label.text()));
@@ -144,9 +144,9 @@ void checkState(const HeatState& state, std::string_view bytes)
     const std::optional<HeatState> read = state;
     const fs::path dataHome = installations() / "home";
     for (const char* agents : {"agents", "absent"}) {
-        const std::optional<fs::path> agentsDir = installations() / agents;
+        const fs::path agentsDir = installations() / agents;
         const QuenchStatus status =
-            QuenchStatusBuilder::build({.state = read, .dataHome = dataHome, .launchAgentsDir = agentsDir, .now = now});
+            QuenchStatusBuilder::build(read, {.dataHome = dataHome, .launchAgentsDir = agentsDir}, now);
         checkStatus(status, state, now);
 
         const QuenchStatus merged = status.withLiveMetrics(live);

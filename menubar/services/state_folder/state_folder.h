@@ -9,7 +9,7 @@
 namespace quenchly::StateFileResolver {
 
 struct Surroundings {
-    const std::map<std::string, std::string>& env;
+    std::map<std::string, std::string> env;
     std::filesystem::path homeFolder;
     std::filesystem::path currentDirectory;  ///< absolute; empty when it cannot be read
 };
