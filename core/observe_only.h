@@ -28,10 +28,10 @@ struct Folders {
     std::filesystem::path dataHome;
     std::optional<std::filesystem::path> launchAgentsDir;
 };
-/// Whether the checker only watches: Protection is off, or the background job runs dry.
+/// Whether the checker only watches: Protection is off, or the background job runs dry. Not used by the application
+/// itself, which asks for everything at once.
 bool isActive(const Folders& folders);
 
-}  // namespace quenchly::ObserveOnly
 struct Installation {
     bool managementDisabled = false;
     bool observeOnly = false;
@@ -42,3 +42,4 @@ struct Installation {
 /// All answers at once; each file is read once.
 Installation installation(const Folders& folders);
 
+}  // namespace quenchly::ObserveOnly

@@ -12,7 +12,7 @@ inline constexpr std::string_view extraOn = "extra_on";
 inline constexpr std::string_view protectionOn = "protection_on";
 inline constexpr std::string_view protectionOff = "protection_off";
 inline constexpr std::string_view retainingMemoryOn = "retaining_memory_on";
-inline constexpr std::string_view retainingMemory = "retaining_memory";
+inline constexpr std::string_view retainingMemory = "retaining_memory";  ///< not used by the application itself
 
 struct Facts {
     bool protectOn = false;

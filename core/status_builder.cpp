@@ -1,8 +1,10 @@
 #include "status_builder.h"
 
+#include "help_copy.h"
 #include "l10n.h"
 #include "protect_lockup.h"
 #include "quarantine_display.h"
+#include "recency_copy.h"
 #include "relative_time.h"
 #include "verdict_story.h"
 
@@ -32,8 +34,8 @@ void showNotSetUp(QuenchStatus& status)
 {
     status.icon = QuenchIcon::stale;
     status.barTint = QuenchBarTint::waiting;
-    status.headline = L10n::t("checks_not_set_up");
-    status.detail = L10n::t("help_checks_not_set_up");
+    status.headline = L10n::t(ProtectLockup::checksNotSetUp);
+    status.detail = MemoryReliefCopy::checksNotSetUpDetail();
     status.observeOnly = true;  // although no checker runs at all
 }
 
@@ -50,8 +52,8 @@ void showWaiting(QuenchStatus& status, QuenchBarTint tint)
 {
     status.icon = QuenchIcon::stale;
     status.barTint = tint;
-    status.headline = L10n::t("checking_in_a_moment");
-    status.detail = L10n::t("cadence_quiet") + ".";
+    status.headline = RecencyCopy::checkingInAMoment();
+    status.detail = RecencyCopy::cadenceQuiet() + ".";
     status.slowActive = false;
 }
 
@@ -100,19 +102,17 @@ std::string detailSentence(const HeatState& state, bool observeOnly, bool swapCr
         return std::string(VerdictStoryLogic::easedBackStatus);
     if (state.hot && !held)
         return "High load. Watching.";
-    if (state.hot && swapCritical)
-        return std::string(VerdictStoryLogic::extraMemoryOnDisk);
     if (state.hot)
-        return std::string(VerdictStoryLogic::holdingUntilPressureDrops);
+        return std::string(
+            VerdictStoryLogic::heldTargetDetail({.swapCritical = swapCritical, .stillOverloaded = true}));
     if (!held && VerdictStoryLogic::isFalseHeat(state.thermalTruth))
         return std::string(VerdictStoryLogic::extraMemoryKeepsRunning);
     if (!held && state.lastRestoreAt)
         return "Your AI continued where it left off.";
     if (!held)
         return std::string(VerdictStoryLogic::machineIsCalm);
-    if (swapCritical)
-        return std::string(VerdictStoryLogic::extraMemoryOnDisk);
-    return "Safety checking. " + std::to_string(state.coolStreak) + " of 5 safe.";
+    const std::string detail(VerdictStoryLogic::heldTargetDetail({.swapCritical = swapCritical}));
+    return swapCritical ? detail : detail + ". " + std::to_string(state.coolStreak) + " of 5 safe.";
 }
 
 std::string detailLine(const HeatState& state, bool observeOnly, bool swapCritical)

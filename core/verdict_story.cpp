@@ -25,9 +25,7 @@ VerdictStory hotStory(const Situation& s)
         return line(overloadNoAi, QuenchTone::watch);
     if (noneHeld)
         return line(overloadWatching, QuenchTone::watch);
-    if (s.swapCritical)
-        return line(extraMemoryOnDisk, QuenchTone::protect);
-    return line(holdingUntilPressureDrops, QuenchTone::protect);
+    return line(heldTargetDetail({.swapCritical = s.swapCritical, .stillOverloaded = true}), QuenchTone::protect);
 }
 
 VerdictStory calmStory(const Situation& s)
@@ -65,7 +63,7 @@ std::optional<std::string_view> protectionAppliesHonesty(const ProtectionApplies
 {
     if (arguments.anyListedLive || !arguments.protectOn)
         return std::nullopt;
-    return arguments.overload ? overloadNoAi : noListedAiOpen;
+    return arguments.overload ? overloadNoListedAi : noListedAiOpen;
 }
 
 std::string_view heldTargetDetail(const HeldTarget& arguments)

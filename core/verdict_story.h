@@ -53,6 +53,7 @@ struct HeldTarget {
 };
 std::string_view heldTargetDetail(const HeldTarget& arguments);
 
+/// Not used by the application itself.
 std::string_view targetProtectDetail(bool workSaved);
 
 }  // namespace quenchly::VerdictStoryLogic

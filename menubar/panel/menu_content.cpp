@@ -36,9 +36,10 @@ std::string lockupHelp(const QuenchStatus& status)
 std::string lastCheckLine(const MenuSituation& situation)
 {
     const QuenchStatus& status = situation.status;
-    return RecencyCopy::extraLine({.ageSeconds = RecencyCopy::ageSeconds(status.lastCheckISO, situation.now),
-                                   .iconStale = status.icon == QuenchIcon::stale,
-                                   .inFlight = situation.checkInFlight})
+    return RecencyCopy::dropdownLine({.age = status.lastCheckAge,
+                                      .ageSeconds = RecencyCopy::ageSeconds(status.lastCheckISO, situation.now),
+                                      .iconStale = status.icon == QuenchIcon::stale,
+                                      .inFlight = situation.checkInFlight})
         .value_or("");
 }
 
@@ -64,9 +65,9 @@ std::string memoryReliefTip(const MenuSituation& situation)
     if (!ownTip.empty())
         return ownTip;
     const bool swapHigh = status.swapCritical || (status.lastMetrics && status.lastMetrics->swapCritical);
-    if (swapHigh && TargetScanner::anyListedLive(situation.targetRows))
-        return MenuHelpCopy::extraMemoryTip();
-    return {};
+    return MemoryReliefCopy::liveTip(
+               {.swapCritical = swapHigh, .listedAiRunning = TargetScanner::anyListedLive(situation.targetRows)})
+        .value_or("");
 }
 
 MenuContent::Header header(const MenuSituation& situation)

@@ -46,6 +46,7 @@ public:
     const std::set<Text>& throttledLabels() const { return throttledLabels_; }
     bool openAtLogin() const { return openAtLogin_; }
     const std::filesystem::path& stateFileURL() const { return stateFile_.path(); }
+    /// Not used by the application itself.
     const std::string& chipLabel() const { return chipLabel_; }
 
     /// The tint that the menu bar image is made from.
@@ -55,6 +56,7 @@ public:
     void reload();
 
     /// Opens the check-now span: until the checker records a new check, or for 95 seconds, a check counts as running.
+    /// Not used by the application itself.
     void beginCheckNow();
 
     // What the menu asks the tool for. Each returns at once and says nothing; a missing or failing tool is silent. What
@@ -72,7 +74,8 @@ public:
     /// Opens the dashboard in the background; nothing happens while an earlier call is still at it.
     void startLiveData();
     /// The same on the calling thread, never the interface thread: blocks for up to ten seconds. False when no
-    /// dashboard answered or there is no tool; without a tool its address is opened all the same.
+    /// dashboard answered or there is no tool; without a tool its address is opened all the same. Not used by the
+    /// application itself.
     bool runLiveData() const;
 
     /// Registers or removes the login item; a failure is logged, and the system's own answer is published.

@@ -50,7 +50,8 @@ Search search(const Text& key);
 
 Text displayName(const Text& key);
 
-/// From the table's present listing, as is `processStopped`.
+/// From the table's present listing, as is `processStopped`. Not used by the application itself: `rows` asks for all at
+/// once.
 std::vector<ProcessId> matchingPids(ProcessTable& table, const Text& key);
 bool processStopped(ProcessTable& table, const Text& key);
 
