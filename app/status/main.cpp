@@ -75,12 +75,12 @@ QuenchStatus build(const std::optional<HeatState>& state, const StatusOptions& o
 }
 
 /// A missing file is an empty state and takes no live sample; one that is no state counts as none. No status at all
-/// when there is a file that cannot be read.
+/// when there is a file that cannot be read or is too large.
 std::optional<QuenchStatus> currentStatus(const StatusOptions& options, const StateFileResolver::Resolution& folder,
                                           Instant now)
 {
     const FileReading file = readFile(folder.state);
-    if (file.outcome == FileReading::Outcome::unreadable)
+    if (file.outcome == FileReading::Outcome::unreadable || file.outcome == FileReading::Outcome::tooLarge)
         return std::nullopt;
     const bool missing = file.outcome == FileReading::Outcome::missing;
     const std::optional<HeatState> state = missing ? HeatState() : HeatState::parse(file.bytes);

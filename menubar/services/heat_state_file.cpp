@@ -4,22 +4,26 @@ namespace quenchly {
 
 HeatStateFile::Outcome HeatStateFile::refresh()
 {
-    const std::optional<FileReading> reading = file_.readIfChanged();
-    if (!reading)
-        return Outcome::read;
-    switch (reading->outcome) {
+    if (const std::optional<FileReading> reading = file_.readIfChanged()) {
+        outcome_ = outcomeOf(*reading);
+        if (outcome_ == Outcome::read)
+            state_ = HeatState::parse(reading->bytes);
+    }
+    return outcome_;
+}
+
+HeatStateFile::Outcome HeatStateFile::outcomeOf(const FileReading& reading)
+{
+    switch (reading.outcome) {
         case FileReading::Outcome::missing:
             return Outcome::missing;
         case FileReading::Outcome::unreadable:
-            return Outcome::unreadable;
         case FileReading::Outcome::tooLarge:
-            state_.reset();
             break;
         case FileReading::Outcome::read:
-            state_ = HeatState::parse(reading->bytes);
-            break;
+            return Outcome::read;
     }
-    return Outcome::read;
+    return Outcome::unreadable;
 }
 
 }  // namespace quenchly

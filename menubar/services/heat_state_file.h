@@ -13,11 +13,12 @@ class HeatStateFile {
 public:
     enum class Outcome {
         missing,     ///< there is no file
-        unreadable,  ///< there is one that cannot be read: what was known before stands
+        unreadable,  ///< there is one that cannot be read or is too large: what was known before stands
         read,        ///< `state` holds what it says, none when it is no heat state
     };
 
-    explicit HeatStateFile(std::filesystem::path path) : file_(std::move(path)) {}
+    /// The clock is that of `WatchedFile`.
+    HeatStateFile(std::filesystem::path path, std::function<Instant()> now) : file_(std::move(path), std::move(now)) {}
 
     Outcome refresh();
 
@@ -25,7 +26,10 @@ public:
     const std::filesystem::path& path() const { return file_.path(); }
 
 private:
+    static Outcome outcomeOf(const FileReading& reading);
+
     WatchedFile file_;
+    Outcome outcome_ = Outcome::missing;
     std::optional<HeatState> state_;
 };
 

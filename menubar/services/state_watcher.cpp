@@ -29,10 +29,10 @@ StateFileResolver::Resolution resolveStateFolder(const System& system)
 StateWatcher::StateWatcher(System system, QObject* parent)
     : QObject(parent),
       system_(std::move(system)),
-      stateFile_(resolveStateFolder(system_).state),
+      stateFile_(resolveStateFolder(system_).state, system_.now),
       dataHome_(stateFile_.path().parent_path().parent_path()),
-      modeFile_(dataHome_ / "state/protect-mode.json"),
-      throttleFile_(dataHome_ / "state/throttle.json")
+      modeFile_(stateFolder() / CheckerContract::protectModeFile, system_.now),
+      throttleFile_(stateFolder() / CheckerContract::throttleFile, system_.now)
 {
     chipLabel_ = ChipLabel::machine();
     status_ = buildStatus(HeatState());

@@ -111,10 +111,10 @@ private:
         Instant startedAt;
     };
 
+    std::filesystem::path stateFolder() const { return dataHome_ / CheckerContract::stateFolder; }
     void start();
     void refreshStatus();
     QuenchStatus buildStatus(const std::optional<HeatState>& state) const;
-    std::filesystem::path stateFolder() const { return dataHome_ / CheckerContract::stateFolder; }
     void updateIcon();
     void refreshCliAvailability();
     void refreshWorkSavedOn();

@@ -6,14 +6,8 @@ namespace quenchly {
 namespace {
 
 /// File systems stamp files at clock ticks: a file changed again within the same tick keeps its stamp, so a stamp is
-/// trusted only once it lies well in the past.
-constexpr std::int64_t settlingNanoseconds = 2'000'000'000;
-
-bool isSettled(const FileStamp& stamp)
-{
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    return std::chrono::nanoseconds(now).count() - stamp.changedAt > settlingNanoseconds;
-}
+/// trusted only once it lies this far in the past.
+constexpr std::chrono::seconds settling(2);
 
 bool hasStamp(const FileReading& reading)
 {
@@ -21,6 +15,12 @@ bool hasStamp(const FileReading& reading)
 }
 
 }  // namespace
+
+bool WatchedFile::isSettled(const FileStamp& stamp) const
+{
+    const auto changedAt = std::chrono::ceil<Instant::duration>(std::chrono::nanoseconds(stamp.changedAt));
+    return now_() - Instant(changedAt) > settling;
+}
 
 std::optional<FileReading> WatchedFile::readIfChanged()
 {

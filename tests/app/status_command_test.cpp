@@ -6,6 +6,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "file_reading.h"
 #include "patience.h"
 #include "program.h"
 #include "test_files.h"
@@ -180,10 +181,13 @@ TEST(StatusCommand, HelpAndVersionGoToStandardOutput)
 TEST(StatusCommand, AStateThatCannotBeReadIsShownAsAnEmptyOneAsWhenTheApplicationStarts)
 {
     const testing::ScratchFolder home;
-    home.makeFifo("data/state/heat-state.json");
+    home.makeFifo("fifo/state/heat-state.json");
+    home.writeSparse("large/state/heat-state.json", "{}", maxStateFileBytes + 1);
     home.write("agents/com.brindlemoor.quenchly.plist", "<plist/>");
-    const ProgramRun run = runStatus({"--data-home", home / "data", "--launch-agents", home / "agents", "--bar"});
-    EXPECT_EQ(nlohmann::json::parse(run.output)["class"], "stale");
+    for (const char* data : {"fifo", "large"}) {
+        const ProgramRun run = runStatus({"--data-home", home / data, "--launch-agents", home / "agents", "--bar"});
+        EXPECT_EQ(nlohmann::json::parse(run.output)["class"], "stale") << data;
+    }
 }
 
 constexpr const char* calm = R"({"lastCheck":"2026-03-01T11:59:30Z"})";
@@ -212,6 +216,10 @@ public:
     void remove() const { fs::remove(folder_ / stateFile); }
     /// Which cannot be read; at no moment the state is missing.
     void replaceByAFifo() const { fs::rename(folder_.makeFifo("state/fifo"), folder_ / stateFile); }
+    void replaceByALargeFile() const
+    {
+        fs::rename(folder_.writeSparse("state/large", "{}", maxStateFileBytes + 1), folder_ / stateFile);
+    }
 
     /// The class of the next status that is printed.
     std::string nextClass()
@@ -248,12 +256,14 @@ TEST(StatusCommand, WatchPrintsOnlyWhatChanged)
     EXPECT_EQ(watch.nextClass(), "stale");
 }
 
-TEST(StatusCommand, WatchKeepsTheLastStatusWhileTheStateCannotBeRead)
+TEST(StatusCommand, WatchKeepsTheLastStatusWhileTheStateCannotBeReadOrIsTooLarge)
 {
     Watch watch;
     watch.write(overload);
     EXPECT_EQ(watch.nextClass(), "hotWatch");
     watch.replaceByAFifo();
+    awaitLooks();
+    watch.replaceByALargeFile();
     awaitLooks();
     watch.write(calm);
     EXPECT_EQ(watch.nextClass(), "cool") << "something was printed meanwhile";

@@ -119,7 +119,7 @@ std::vector<Step> stepsOf(const StateWatcher& watcher, HeatStateFile& file)
 /// What each step costs on end, and what it costs once a second, when other programs have used the caches since.
 void printShares(const StateWatcher& watcher)
 {
-    HeatStateFile file(watcher.stateFileURL());
+    HeatStateFile file(watcher.stateFileURL(), watcher.system().now);
     file.refresh();
     const std::vector<Step> steps = stepsOf(watcher, file);
     std::vector<std::vector<double>> hot(steps.size());

@@ -76,6 +76,37 @@ TEST_F(StateWatcherTest, AStateFileThatCannotBeReadKeepsTheLastStatus)
     EXPECT_EQ(watcher.status().headline, Text(VerdictStoryLogic::overloadWatching));
 }
 
+TEST_F(StateWatcherTest, AStateFileThatIsTooLargeKeepsTheLastStatusForAsLongAsItLies)
+{
+    world.writeState("heat-state.json", overloadState);
+    StateWatcher watcher(world.system());
+    const QuenchStatus before = watcher.status();
+    world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}",
+                              maxStateFileBytes + 1);
+    world.sample = liveMetrics();
+    // The second time the file is long at rest and not looked into again.
+    for (const auto later : {0h, 24h * 365 * 100, 24h * 365 * 100}) {
+        world.now += later;
+        watcher.reload();
+        EXPECT_EQ(watcher.status(), before);
+    }
+    world.writeState("heat-state.json", calmState);
+    watcher.reload();
+    EXPECT_NE(watcher.status(), before);
+}
+
+TEST_F(StateWatcherTest, AStateFileThatIsTooLargeFromTheStartShowsTheStatusOfAnEmptyState)
+{
+    const StateWatcher missing(world.system());
+    world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}",
+                              maxStateFileBytes + 1);
+    world.sample = liveMetrics();
+    world.now += 24h * 365 * 100;
+    StateWatcher watcher(world.system());
+    watcher.reload();
+    EXPECT_EQ(watcher.status(), missing.status());
+}
+
 TEST_F(StateWatcherTest, AFifoInPlaceOfTheStateFileDoesNotBlock)
 {
     world.writeState("heat-state.json", overloadState);

@@ -2,23 +2,27 @@
 
 #include <gtest/gtest.h>
 
-#include <QTest>
+#include <chrono>
 
-#include "patience.h"
 #include "test_files.h"
 
 namespace quenchly {
 namespace {
 
+using namespace std::chrono_literals;
+
 class WatchedFileTest : public ::testing::Test {
 protected:
     testing::ScratchFolder folder;
-    WatchedFile file{folder / "state.json"};
+    Instant now;
+    WatchedFile file{folder / "state.json", [this] { return now; }};
 
-    /// Reads the file until its stamp is old enough to be trusted.
-    bool comesToRest()
+    /// Writes the file; the clock then shows the time of that and `later`.
+    void write(const char* text, std::chrono::microseconds later)
     {
-        return QTest::qWaitFor([this] { return !file.readIfChanged(); }, testing::patience);
+        folder.write("state.json", text);
+        const std::chrono::nanoseconds stamp(fileStamp(file.path())->changedAt);
+        now = Instant(std::chrono::ceil<std::chrono::microseconds>(stamp)) + later;
     }
 
     std::string bytes()
@@ -26,53 +30,57 @@ protected:
         const auto reading = file.readIfChanged();
         return reading ? reading->bytes : "unchanged";
     }
+
+    void expectTold(FileReading::Outcome outcome)
+    {
+        const auto reading = file.readIfChanged();
+        ASSERT_TRUE(reading.has_value());
+        EXPECT_EQ(reading->outcome, outcome);
+    }
 };
 
 TEST_F(WatchedFileTest, AFileAtRestIsNotReadAgainUntilItChanges)
 {
-    folder.write("state.json", "one");
+    write("one", 2s + 1us);
     EXPECT_EQ(bytes(), "one");
-    ASSERT_TRUE(comesToRest());
     EXPECT_EQ(bytes(), "unchanged");
-    folder.write("state.json", "two");
-    EXPECT_EQ(bytes(), "two");
+    now += 24h;
+    EXPECT_EQ(bytes(), "unchanged");
+    write("other", 2s + 1us);
+    EXPECT_EQ(bytes(), "other");
+    EXPECT_EQ(bytes(), "unchanged");
 }
 
 TEST_F(WatchedFileTest, AFileThatMayHaveChangedWithinAClockTickIsReadAgain)
 {
-    bool isReadAgain = false;
-    // A machine can be too busy to look twice before the file counts as being at rest.
-    for (int attempt = 0; attempt < 10 && !isReadAgain; ++attempt) {
-        folder.write("state.json", "one");
+    for (const auto later : {-1h, 0h}) {
+        write("one", later);
         EXPECT_EQ(bytes(), "one");
-        isReadAgain = bytes() == "one";
+        EXPECT_EQ(bytes(), "one");
     }
-    EXPECT_TRUE(isReadAgain);
+    write("one", 2s - 1us);
+    EXPECT_EQ(bytes(), "one");
+    now += 2us;
+    EXPECT_EQ(bytes(), "one");
+    EXPECT_EQ(bytes(), "unchanged");
 }
 
 TEST_F(WatchedFileTest, WhatIsNotThereOrNoFileIsToldEachTime)
 {
-    for (int i = 0; i < 2; ++i) {
-        const auto reading = file.readIfChanged();
-        ASSERT_TRUE(reading.has_value());
-        EXPECT_EQ(reading->outcome, FileReading::Outcome::missing);
-    }
+    for (int i = 0; i < 2; ++i)
+        expectTold(FileReading::Outcome::missing);
     folder.makeFolder("state.json");
-    for (int i = 0; i < 2; ++i) {
-        const auto reading = file.readIfChanged();
-        ASSERT_TRUE(reading.has_value());
-        EXPECT_EQ(reading->outcome, FileReading::Outcome::unreadable);
-    }
+    for (int i = 0; i < 2; ++i)
+        expectTold(FileReading::Outcome::unreadable);
 }
 
 TEST_F(WatchedFileTest, AFileAtRestThatIsDeletedIsMissing)
 {
-    folder.write("state.json", "one");
-    ASSERT_TRUE(comesToRest());
+    write("one", 3s);
+    EXPECT_EQ(bytes(), "one");
+    ASSERT_EQ(bytes(), "unchanged");
     std::filesystem::remove(file.path());
-    const auto reading = file.readIfChanged();
-    ASSERT_TRUE(reading.has_value());
-    EXPECT_EQ(reading->outcome, FileReading::Outcome::missing);
+    expectTold(FileReading::Outcome::missing);
 }
 
 }  // namespace
