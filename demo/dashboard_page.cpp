@@ -1,17 +1,23 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <utility>
 
 #include "dashboard.h"
 #include "markup.h"
+#include "text.h"
+#include "wind_palette.h"
 
 namespace quenchly::demo {
 namespace {
 
 constexpr std::size_t mostEntries = 50;
 
-constexpr const char* style = R"(
+constexpr const char* styleSheet = R"(
 :root { color-scheme: dark; --ink: #f7f1e4; --muted: #c9bda6; --line: #4a3f2e; --card: #241e17; --track: #3a3124;
-        --calm: #4e93c6; --watch: #8e8a84; --hold: #e19a3c; --off: #f09a74; }
+        --calm: CALM; --watch: WATCH; --hold: HOLD; --off: OFF; }
 * { box-sizing: border-box; margin: 0; }
 body { background: #1a1611; color: var(--ink); font: 16px/1.45 system-ui, sans-serif; padding: 32px 16px; }
 main, footer { max-width: 680px; margin: 0 auto; }
@@ -47,6 +53,21 @@ setInterval(async () => {
   }
 }, 2000);
 )";
+
+std::string style()
+{
+    std::string text = styleSheet;
+    const std::pair<const char*, std::uint32_t> colors[] = {{"CALM", WindPalette::blue},
+                                                            {"WATCH", WindPalette::muted},
+                                                            {"HOLD", WindPalette::amber},
+                                                            {"OFF", WindPalette::clay}};
+    for (const auto& [name, rgb] : colors) {
+        std::array<char, 8> color{};
+        std::snprintf(color.data(), color.size(), "#%06x", rgb);
+        text = replacingAll(text, name, color.data());
+    }
+    return text;
+}
 
 std::string meter(const char* name, std::optional<double> percent)
 {
@@ -91,7 +112,7 @@ std::string dashboardPage(const Situation& situation, const std::string& file, c
 {
     return "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>Quenchly</title>"
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"><style nonce=\"" +
-           nonce + "\">" + style + "</style></head>\n<body>" + content(situation) +
+           nonce + "\">" + style() + "</style></head>\n<body>" + content(situation) +
            "\n<footer><p id=\"note\" role=\"status\"></p><p>A stand-in for the checker, reading " + escaped(file) +
            "</p></footer><script nonce=\"" + nonce + "\">" + script + "</script></body></html>\n";
 }

@@ -30,7 +30,7 @@ std::filesystem::path DemoPlayer::tool(const std::filesystem::path& executableFo
 void DemoPlayer::adapt(System& system)
 {
     const std::filesystem::path dataHome = system.homeFolder / "Library/Application Support/Quenchly";
-    system.environment["QUENCHLY_HOME"] = dataHome;
+    system.environment[CheckerContract::dataFolderVariable] = dataHome;
     system.environment["QUENCHLY_LAUNCH_AGENTS"] = system.launchAgentsFolder;
     system.executableFolder = tool(system.executableFolder).parent_path();
     system.sampleMetrics = [](bool) { return std::optional<LastMetrics>(); };

@@ -26,7 +26,7 @@ compile()
         -fexceptions -fblocks -fconstant-string-class=NSConstantString -D_NATIVE_OBJC_EXCEPTIONS -DGNUSTEP \
         -DGNUSTEP_BASE_LIBRARY=1 -DGNU_GUI_LIBRARY=1 -DGNU_RUNTIME=1 -Wall -Wextra -Werror \
         -Wno-missing-field-initializers -Wno-objc-protocol-method-implementation -isystem "$build" -isystem "$root/macos-check/gnustep" \
-        -isystem /usr/include/GNUstep -isystem "$gcc_folder/include" -I "$root/os" -I "$root/core" -I "$root/machine" \
+        -isystem /usr/include/GNUstep -isystem "$gcc_folder/include" -I "$root/os" -I "$root/contract" -I "$root/core" -I "$root/machine" \
         -I "$root/menubar/platform" -I "$root/menubar/platform/common" \
         -I "$root/menubar/platform/macos" -c "$1" -o "$build/$(basename "$1").o"
 }
