@@ -182,7 +182,7 @@ TEST(StatusCommand, AStateThatCannotBeReadIsShownAsAnEmptyOneAsWhenTheApplicatio
 {
     const testing::ScratchFolder home;
     home.makeFifo("fifo/state/heat-state.json");
-    home.writeSparse("large/state/heat-state.json", "{}", maxStateFileBytes + 1);
+    home.writeSparse("large/state/heat-state.json", "{}", maxFileBytes + 1);
     home.write("agents/com.brindlemoor.quenchly.plist", "<plist/>");
     for (const char* data : {"fifo", "large"}) {
         const ProgramRun run = runStatus({"--data-home", home / data, "--launch-agents", home / "agents", "--bar"});
@@ -218,7 +218,7 @@ public:
     void replaceByAFifo() const { fs::rename(folder_.makeFifo("state/fifo"), folder_ / stateFile); }
     void replaceByALargeFile() const
     {
-        fs::rename(folder_.writeSparse("state/large", "{}", maxStateFileBytes + 1), folder_ / stateFile);
+        fs::rename(folder_.writeSparse("state/large", "{}", maxFileBytes + 1), folder_ / stateFile);
     }
 
     /// The class of the next status that is printed.

@@ -43,6 +43,7 @@ case $bar in
     *-right) plugins='1 3 2' ;;
     *) fail_with_usage ;;
 esac
+scripts=$(cd "$(dirname "$0")" && pwd)
 mkdir -p "$1"
 logs=$(cd "$1" && pwd)
 shift
@@ -73,12 +74,13 @@ fi
 x_server=$!
 read -r -t 120 display <"$scratch/display"
 
+: >"$logs/xfce4-panel.log"
 mkdir -p -m 700 "$scratch/runtime"
 settings=$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml
 mkdir -p "$settings"
 read -r first second third <<<"$plugins"
 sed -e "s/@edge@/$edge/" -e "s/@first@/$first/" -e "s/@second@/$second/" -e "s/@third@/$third/" \
-    "$(dirname "$0")/xfce4-panel.xml.in" >"$settings/xfce4-panel.xml"
+    "$scripts/xfce4-panel.xml.in" >"$settings/xfce4-panel.xml"
 
 # A D-Bus daemon of its own, so that nothing started here finds a session of the person who runs this;
 # a process group of its own, so that it can be ended whole.
@@ -87,12 +89,12 @@ setsid env -u WAYLAND_DISPLAY -u XAUTHORITY -u DBUS_SESSION_BUS_ADDRESS -u SESSI
     XDG_CONFIG_HOME="$scratch/home/.config" XDG_CACHE_HOME="$scratch/home/.cache" \
     XDG_DATA_HOME="$scratch/home/.local/share" XDG_STATE_HOME="$scratch/home/.local/state" \
     XDG_CURRENT_DESKTOP=XFCE XDG_SESSION_TYPE=x11 NO_AT_BRIDGE=1 LC_ALL=C.UTF-8 LANGUAGE=en \
-    QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" SESSION_BAR="$bar" SESSION_SCALE="$scale" \
+    QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" SESSION_SCRIPTS="$scripts" SESSION_BAR="$bar" SESSION_SCALE="$scale" \
     COMPOSITING="$compositing" \
     dbus-run-session -- bash -c '
         if [ "$COMPOSITING" = yes ]; then xcompmgr >"$SESSION_LOGS/xcompmgr.log" 2>&1 & fi
         openbox >"$SESSION_LOGS/openbox.log" 2>&1 &
-        xfce4-panel --disable-wm-check >"$SESSION_LOGS/xfce4-panel.log" 2>&1 &
+        . "$SESSION_SCRIPTS/start-bar.sh"
         "$@" 2>&4 4>&- && status=0 || status=$?
         kill $(jobs -p)
         wait

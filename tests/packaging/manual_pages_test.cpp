@@ -69,8 +69,7 @@ TEST_P(ManualPage, NamesTheLanguagesAsTheProgramDoes)
     const std::string languages = L10n::languageCodes(" or ");
     EXPECT_EQ(wordsBetween(page, "Use a language other than the system's:\n", " .\n"), languages);
     EXPECT_NE(printed(GetParam(), "--help").find(" " + languages), std::string::npos);
-    const ProgramRun refused = testing::runProgram(QString::fromUtf8(GetParam().program),
-                                                   {QStringLiteral("--language"), QStringLiteral("fr")});
+    const ProgramRun refused = testing::runProgram(GetParam().program, {"--language", "fr"});
     EXPECT_EQ(refused.errors,
               std::string(GetParam().name) + ": unknown language: fr (" + L10n::languageCodes(", ") + ")\n");
 }
@@ -95,14 +94,13 @@ TEST_P(ManualPage, IsWellFormed)
 
 TEST(ManualPages, NameTheScenariosThatTheStandInPlays)
 {
-    const std::string played =
-        testing::runProgram(QStringLiteral(QUENCHLY_DEMO_TOOL_PATH), {QStringLiteral("scenario")}).output;
+    const std::string played = testing::runProgram(QUENCHLY_DEMO_TOOL_PATH, {"scenario"}).output;
     ASSERT_FALSE(played.empty());
     std::string names = replacingAll(played.substr(0, played.size() - 1), "\n", ", ");
     names.replace(names.rfind(", "), 2, " and ");
-    EXPECT_EQ(wordsBetween(content(QUENCHLY_MANUALS "/quenchly-menubar.1"), "It plays\n", "\nin turn"), names);
-    const std::string help =
-        testing::runProgram(QStringLiteral(QUENCHLY_MENUBAR_PATH), {QStringLiteral("--help")}).output;
+    EXPECT_EQ(wordsBetween(testing::contentOf(QUENCHLY_MANUALS "/quenchly-menubar.1"), "It plays\n", "\nin turn"),
+              names);
+    const std::string help = testing::runProgram(QUENCHLY_MENUBAR_PATH, {"--help"}).output;
     EXPECT_NE(withoutBreaks(help).find("plays " + names + " in turn"), std::string::npos);
 }
 

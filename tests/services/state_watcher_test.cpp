@@ -82,7 +82,7 @@ TEST_F(StateWatcherTest, AStateFileThatIsTooLargeKeepsTheLastStatusForAsLongAsIt
     StateWatcher watcher(world.system());
     const QuenchStatus before = watcher.status();
     world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}",
-                              maxStateFileBytes + 1);
+                              maxFileBytes + 1);
     world.sample = liveMetrics();
     // The second time the file is long at rest and not looked into again.
     for (const auto later : {0h, 24h * 365 * 100, 24h * 365 * 100}) {
@@ -99,7 +99,7 @@ TEST_F(StateWatcherTest, AStateFileThatIsTooLargeFromTheStartShowsTheStatusOfAnE
 {
     const StateWatcher missing(world.system());
     world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}",
-                              maxStateFileBytes + 1);
+                              maxFileBytes + 1);
     world.sample = liveMetrics();
     world.now += 24h * 365 * 100;
     StateWatcher watcher(world.system());
