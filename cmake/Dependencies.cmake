@@ -13,6 +13,9 @@ set_target_properties(utf8proc::utf8proc PROPERTIES
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
 if(UNIX AND NOT APPLE)
     find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
+    # Its CMake files came late; what it needs itself differs between versions.
+    find_package(PkgConfig REQUIRED)
+    pkg_check_modules(RE2 REQUIRED IMPORTED_TARGET re2)
 endif()
 if(QUENCHLY_TESTS)
     find_package(GTest REQUIRED)

@@ -3,7 +3,8 @@
 set -eu
 
 debian_packages() {
-    echo build-essential cmake ninja-build qt6-base-dev libgl-dev libxcb1-dev nlohmann-json3-dev libutf8proc-dev xdg-utils
+    echo build-essential cmake ninja-build qt6-base-dev libgl-dev libxcb1-dev nlohmann-json3-dev libutf8proc-dev
+    echo libre2-dev pkg-config xdg-utils
     case $1 in
         test)
             echo libgtest-dev desktop-file-utils procps xvfb xauth dbus at-spi2-core
@@ -67,7 +68,7 @@ else
     for tool in c++ cmake ninja pkg-config; do
         command -v "$tool" >/dev/null || lacking="$lacking $tool"
     done
-    for library in Qt6Widgets Qt6Network Qt6DBus nlohmann_json libutf8proc; do
+    for library in Qt6Widgets Qt6Network Qt6DBus nlohmann_json libutf8proc re2; do
         pkg-config --exists "$library" 2>/dev/null || lacking="$lacking $library"
     done
     if [ -n "$lacking" ]; then

@@ -25,11 +25,11 @@ public:
 
     /// Ids of the processes whose whole command line (arguments joined by blanks) contains a match of the POSIX
     /// extended regular expression `pattern`, ascending, this process excluded. An invalid expression matches nothing,
-    /// and so does one whose matching could take seconds; the empty one matches everything.
+    /// and so may one that is very large or goes beyond POSIX, as back references do; the empty one matches everything.
     virtual std::vector<ProcessId> matching(const std::string& pattern) = 0;
 
-    /// The states of the given processes: first the letter that ps prints ("S", "R", "T", "Z", ...), perhaps followed by
-    /// its modifiers ("Ss+"). Ids that are gone are absent.
+    /// The states of the given processes: first the letter that ps prints ("S", "R", "T", "Z", ...), perhaps followed
+    /// by its modifiers ("Ss+"). Ids that are gone are absent.
     virtual std::map<ProcessId, std::string> states(const std::vector<ProcessId>& ids) = 0;
 };
 

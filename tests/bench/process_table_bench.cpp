@@ -13,10 +13,13 @@
 namespace {
 
 using namespace quenchly::bench;
-using quenchly::LinuxProcessTable;
+using quenchly::ProcessTable;
+
+/// In so many refreshes a table looks at every process.
+constexpr int refreshesOfTheNew = 9;
 
 /// What the application does once a second.
-void look(LinuxProcessTable& table)
+void look(ProcessTable& table)
 {
     table.beginRefresh();
     table.matching("quenchly.ts check");
@@ -24,7 +27,7 @@ void look(LinuxProcessTable& table)
 }
 
 /// What an open panel asks for besides.
-void lookForTargets(LinuxProcessTable& table)
+void lookForTargets(ProcessTable& table)
 {
     std::vector<quenchly::ProcessId> ids = table.named("ollama");
     for (const auto& more : {table.matching("mlx_lm.server"), table.matching("MacOS/LM Studio --run-as-service"),
@@ -57,7 +60,8 @@ void compare(const char* situation, int repetitions, const Before& before, const
 int main(int argc, char** argv)
 {
     const Sleepers sleepers(argc > 1 ? std::atoi(argv[1]) : 300);
-    LinuxProcessTable table;
+    const auto made = quenchly::makeLinuxProcessTable();
+    ProcessTable& table = *made;
     std::printf("process table alone, %d processes on the machine\n", listProcOnce());
     std::printf("  %-34s %44.1f us\n", "first look", cost([&] { look(table); }));
 
@@ -68,7 +72,7 @@ int main(int argc, char** argv)
     };
     const auto nothing = [] {};
     const auto wakeAll = [&] { sleepers.wakeAll(); };
-    compare("new processes", LinuxProcessTable::youngRefreshes - 1, nothing, closed);
+    compare("new processes", refreshesOfTheNew, nothing, closed);
     compare("all asleep", 2000, nothing, closed);
     compare("all have run since", 100, wakeAll, closed);
     compare("all asleep, panel open", 2000, nothing, open);

@@ -80,7 +80,7 @@ TEST_F(DebianPackage, IntroducesItself)
 TEST_F(DebianPackage, NeedsTheLibrariesOfTheProgramsAndNothingToBuildThem)
 {
     const std::string needed = field("Depends");
-    for (const char* library : {"libc6 ", "libqt6widgets6", "libqt6dbus6", "libutf8proc", "libxcb1"})
+    for (const char* library : {"libc6 ", "libqt6widgets6", "libqt6dbus6", "libre2-", "libutf8proc", "libxcb1"})
         EXPECT_NE(needed.find(library), std::string::npos) << library << " is not in " << needed;
     EXPECT_EQ(needed.find("-dev"), std::string::npos) << needed;
     EXPECT_NE(field("Recommends").find("xdg-utils"), std::string::npos);

@@ -6,6 +6,7 @@
 #include <signal.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,6 +16,7 @@
 #include <fstream>
 #include <future>
 #include <limits>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -28,24 +30,26 @@ namespace {
 
 using Ids = std::vector<ProcessId>;
 
+constexpr int refreshesOfAMinute = 60;
+
 class ProcessTableTest : public ProcessFixture {
 protected:
     Ids named(const std::string& name)
     {
-        table.beginRefresh();
-        return own(table.named(name));
+        table->beginRefresh();
+        return own(table->named(name));
     }
 
     Ids matching(const std::string& pattern)
     {
-        table.beginRefresh();
-        return own(table.matching(pattern));
+        table->beginRefresh();
+        return own(table->matching(pattern));
     }
 
     std::string state(ProcessId id)
     {
-        table.beginRefresh();
-        const auto states = table.states({id});
+        table->beginRefresh();
+        const auto states = table->states({id});
         return states.contains(id) ? states.at(id) : "";
     }
 
@@ -57,9 +61,10 @@ protected:
         return state(id) == expected;
     }
 
-    void growOld(LinuxProcessTable& aged) const
+    /// Until nothing on the machine is young any more.
+    static void growOld(ProcessTable& aged)
     {
-        for (int refresh = 0; refresh <= LinuxProcessTable::youngRefreshes; ++refresh) {
+        for (int refresh = 0; refresh < refreshesOfAMinute; ++refresh) {
             aged.beginRefresh();
             aged.matching("nothing has this command line");
         }
@@ -67,7 +72,7 @@ protected:
 
     static bool hasTool(const std::string& tool) { return !output({tool, "--version"}).empty(); }
 
-    LinuxProcessTable table;
+    const std::unique_ptr<ProcessTable> table = makeProcessTable();
 };
 
 std::size_t openDescriptors()
@@ -127,24 +132,24 @@ TEST_F(ProcessTableTest, TheLongNameOfAScriptIsFound)
 {
     const std::filesystem::path path = script("llama-cpp-server");
     const Child child(path, {path.string(), "--port", "1"});
-    table.beginRefresh();
-    EXPECT_EQ(table.named("llama-cpp-server"), Ids{child.id()});
-    EXPECT_EQ(table.named("llama-cpp-serve"), Ids{});
+    table->beginRefresh();
+    EXPECT_EQ(table->named("llama-cpp-server"), Ids{child.id()});
+    EXPECT_EQ(table->named("llama-cpp-serve"), Ids{});
 }
 
 TEST_F(ProcessTableTest, ALongNameIsFoundThroughTheExecutableWhenTheFirstArgumentIsAnother)
 {
     const Child child(program("llama-cpp-server"), {"llama", "--port", "1"});
-    table.beginRefresh();
-    EXPECT_EQ(table.named("llama-cpp-server"), Ids{child.id()});
+    table->beginRefresh();
+    EXPECT_EQ(table->named("llama-cpp-server"), Ids{child.id()});
 }
 
 TEST_F(ProcessTableTest, ALongNameIsFoundAfterItsFileWasReplaced)
 {
     const Child child(program("llama-cpp-server"), {"llama"});
     std::filesystem::remove(program("llama-cpp-server"));
-    table.beginRefresh();
-    EXPECT_EQ(table.named("llama-cpp-server"), Ids{child.id()});
+    table->beginRefresh();
+    EXPECT_EQ(table->named("llama-cpp-server"), Ids{child.id()});
 }
 
 TEST_F(ProcessTableTest, NamesWithBlanksParenthesesAndNewlinesAreFound)
@@ -201,12 +206,12 @@ TEST_F(ProcessTableTest, AnExpressionIsFoundAnywhereInTheCommandLine)
 
 TEST_F(ProcessTableTest, EveryQuestionOfARefreshIsAnsweredFromOneListing)
 {
-    table.beginRefresh();
-    EXPECT_EQ(own(table.matching("late-comer")), Ids{});
+    table->beginRefresh();
+    EXPECT_EQ(own(table->matching("late-comer")), Ids{});
     const ProcessId id = start("late-comer").id();
-    EXPECT_EQ(own(table.matching("late-comer")), Ids{});
-    EXPECT_EQ(own(table.named("late-comer")), Ids{});
-    EXPECT_EQ(table.states({id}).size(), 0U);
+    EXPECT_EQ(own(table->matching("late-comer")), Ids{});
+    EXPECT_EQ(own(table->named("late-comer")), Ids{});
+    EXPECT_EQ(table->states({id}).size(), 0U);
     EXPECT_EQ(matching("late-comer"), Ids{id});
 }
 
@@ -264,18 +269,18 @@ TEST_F(ProcessTableTest, CommandLineMatchesAgreeWithPgrep)
 
 TEST_F(ProcessTableTest, AKernelThreadIsMatchedByItsNameInBrackets)
 {
-    table.beginRefresh();
-    const Ids daemon = table.named("kthreadd");
+    table->beginRefresh();
+    const Ids daemon = table->named("kthreadd");
     if (daemon.empty())
         GTEST_SKIP() << "kernel threads are not visible";
-    EXPECT_EQ(table.matching("^\\[kthreadd\\]$"), daemon);
+    EXPECT_EQ(table->matching("^\\[kthreadd\\]$"), daemon);
 }
 
 TEST_F(ProcessTableTest, TheProcessItselfNeverMatches)
 {
     start("ollama");
-    table.beginRefresh();
-    const Ids all = table.matching("");
+    table->beginRefresh();
+    const Ids all = table->matching("");
     EXPECT_FALSE(all.empty());
     EXPECT_EQ(std::ranges::count(all, ProcessId{::getpid()}), 0);
 }
@@ -288,25 +293,21 @@ TEST_F(ProcessTableTest, AnInvalidExpressionMatchesNothing)
         EXPECT_EQ(matching(pattern), Ids{}) << pattern;
 }
 
-TEST_F(ProcessTableTest, AnExpressionThatWouldCostTooMuchMatchesNothing)
+TEST_F(ProcessTableTest, AnExpressionThatMightCostMuchIsAnsweredAtOnce)
 {
-    start("ollama", {"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"});
-    const std::string parentheses(1'000'000, '(');
-    std::string nested = "a";
-    for (int depth = 0; depth < 30; ++depth)
-        nested = "(" + nested + "+)";
+    start("ollama", {std::string(100 * 1024, 'x')});
+    const auto spent = [] {
+        timespec time{};
+        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return time.tv_sec;
+    };
+    const auto before = spent();
     for (const std::string& pattern :
-         {std::string("((a{1,255}){1,255}){1,255}"), std::string("a{1,99999999999999999999}"), std::string("(a*)\\1b"),
-          std::string("a{,32767}"), std::string("[+{9223372036854775808}]*"), std::string("a{"), nested, parentheses,
-          std::string(1'000'000, 'a'), bytes("ollama\0")})
+         {std::string("((x?)?){1000}9."), std::string("((x?)?){200}9."), std::string("((x{1,255}){1,255}){1,255}"),
+          std::string("(x*)\\1b"), std::string("(((((x+)+)+)+)+)+9."), std::string(1'000'000, '('),
+          std::string(1'000'000, 'x'), bytes("ollama\0")})
         EXPECT_EQ(matching(pattern), Ids{}) << pattern.substr(0, 40);
-    EXPECT_EQ(matching("a{1,40}$").size(), 1U);
-}
-
-TEST_F(ProcessTableTest, DeeplyNestedGroupsDoNotExhaustTheStack)
-{
-    const Ids expected{start("ollama").id()};
-    EXPECT_EQ(matching(std::string(500, '(') + "ollama" + std::string(500, ')')), expected);
+    EXPECT_LT(spent() - before, 20);
 }
 
 TEST_F(ProcessTableTest, ALongCommandLineIsMatchedInOnePass)
@@ -352,10 +353,10 @@ TEST_F(ProcessTableTest, AnExecRightAfterTheForkIsNoticedAtOnce)
 TEST_F(ProcessTableTest, AnExecInALongRunningProcessIsNoticed)
 {
     Child& child = start("wrapper", {"before"});
-    growOld(table);
+    growOld(*table);
     child.exec({"quenchly", "check-at-last"});
-    std::size_t refreshes = 1;
-    while (matching("quenchly check-at-last").empty() && refreshes < LinuxProcessTable::readShare)
+    int refreshes = 1;
+    while (matching("quenchly check-at-last").empty() && refreshes < refreshesOfAMinute)
         ++refreshes;
     EXPECT_EQ(matching("quenchly check-at-last"), Ids{child.id()});
     EXPECT_EQ(matching("wrapper before"), Ids{});
@@ -370,25 +371,25 @@ TEST_F(ProcessTableTest, AnExecInALongRunningProcessIsNoticedSoonWhereTheOthersS
         showInFakeRoot(children.back()->id());
     }
     fakeSelf(::getpid());
-    LinuxProcessTable fake(fakeRoot());
-    growOld(fake);
+    const auto fake = makeLinuxProcessTable(fakeRoot());
+    growOld(*fake);
     for (Child* child : {children.front(), children[9], children.back()}) {
         ASSERT_EQ(::kill(static_cast<pid_t>(child->id()), SIGCONT), 0);
         child->exec({"quenchly", std::to_string(child->id())});
         child->stop();
-        std::size_t refreshes = 0;
+        int refreshes = 0;
         do {
-            fake.beginRefresh();
+            fake->beginRefresh();
             ++refreshes;
-        } while (fake.matching("quenchly " + std::to_string(child->id())).empty() && refreshes < 1000);
-        EXPECT_LE(refreshes, LinuxProcessTable::lookShare);
+        } while (fake->matching("quenchly " + std::to_string(child->id())).empty() && refreshes < 1000);
+        EXPECT_LE(refreshes, refreshesOfAMinute / 5);
     }
 }
 
 TEST_F(ProcessTableTest, AProcessThatMatchesIsLookedAtOnEveryRefresh)
 {
     Child& child = start("wrapper", {"matches-for-now"});
-    growOld(table);
+    growOld(*table);
     EXPECT_EQ(matching("matches-for-now"), Ids{child.id()});
     child.exec({"quenchly"});
     EXPECT_EQ(matching("matches-for-now"), Ids{});
@@ -397,7 +398,7 @@ TEST_F(ProcessTableTest, AProcessThatMatchesIsLookedAtOnEveryRefresh)
 TEST_F(ProcessTableTest, AProcessThatEndedButIsNotReapedNoLongerMatches)
 {
     Child& child = start("wrapper", {"ends-soon"});
-    growOld(table);
+    growOld(*table);
     EXPECT_EQ(matching("ends-soon"), Ids{child.id()});
     child.becomeZombie();
     EXPECT_EQ(matching("ends-soon"), Ids{});
@@ -411,13 +412,13 @@ TEST_F(ProcessTableTest, AProcessThatHasNotRunIsNotReadAgain)
     child.stop();
     fakeSelf(::getpid());
     fakeProcess(std::to_string(child.id()), bytes("first\0"));
-    LinuxProcessTable fake(fakeRoot());
-    EXPECT_EQ(fake.matching("first"), Ids{child.id()});
+    const auto fake = makeLinuxProcessTable(fakeRoot());
+    EXPECT_EQ(fake->matching("first"), Ids{child.id()});
 
     fakeProcess(std::to_string(child.id()), bytes("second\0"));
-    for (std::size_t refresh = 0; refresh < 2 * LinuxProcessTable::readShare; ++refresh) {
-        fake.beginRefresh();
-        EXPECT_EQ(fake.matching("second"), Ids{});
+    for (int refresh = 0; refresh < 2 * refreshesOfAMinute; ++refresh) {
+        fake->beginRefresh();
+        EXPECT_EQ(fake->matching("second"), Ids{});
     }
 }
 
@@ -425,16 +426,16 @@ TEST_F(ProcessTableTest, WithoutClocksEveryProcessIsReadAgainInTurn)
 {
     for (int id = 1; id <= 300; ++id)
         fakeProcess(std::to_string(id), bytes("first\0"));
-    LinuxProcessTable fake(fakeRoot());
-    growOld(fake);
+    const auto fake = makeLinuxProcessTable(fakeRoot());
+    growOld(*fake);
     for (int id = 1; id <= 300; ++id)
         fakeProcess(std::to_string(id), bytes("second\0"));
 
     std::size_t before = 0;
-    for (std::size_t refresh = 0; refresh < LinuxProcessTable::readShare; ++refresh) {
-        fake.beginRefresh();
-        const std::size_t noticed = fake.matching("second").size();
-        EXPECT_LE(noticed - before, 300 / LinuxProcessTable::readShare + 1);
+    for (int refresh = 0; refresh < refreshesOfAMinute; ++refresh) {
+        fake->beginRefresh();
+        const std::size_t noticed = fake->matching("second").size();
+        EXPECT_LE(noticed - before, 300U / 20);
         before = noticed;
     }
     EXPECT_EQ(before, 300U);
@@ -448,21 +449,21 @@ TEST_F(ProcessTableTest, AReusedIdIsANewProcess)
     fakeSelf(::getpid());
     fakeProcess(id, bytes("first\0"));
     fakeProcess("new", bytes("second\0"));
-    LinuxProcessTable fake(fakeRoot());
-    growOld(fake);
-    EXPECT_EQ(fake.matching("first"), Ids{child.id()});
+    const auto fake = makeLinuxProcessTable(fakeRoot());
+    growOld(*fake);
+    EXPECT_EQ(fake->matching("first"), Ids{child.id()});
     std::filesystem::rename(fakeRoot() / id, fakeRoot() / "old");
     std::filesystem::rename(fakeRoot() / "new", fakeRoot() / id);
-    fake.beginRefresh();
-    EXPECT_EQ(fake.matching("first"), Ids{});
-    EXPECT_EQ(fake.matching("second"), Ids{child.id()});
+    fake->beginRefresh();
+    EXPECT_EQ(fake->matching("first"), Ids{});
+    EXPECT_EQ(fake->matching("second"), Ids{child.id()});
 }
 
 TEST_F(ProcessTableTest, AnIdReusedByTheSystemIsANewProcess)
 {
     Child& first = start("wrapper", {"had-the-id-first"});
     const auto id = static_cast<pid_t>(first.id());
-    growOld(table);
+    growOld(*table);
     first.end();
 
     std::array<int, 2> hold{};
@@ -478,9 +479,9 @@ TEST_F(ProcessTableTest, AnIdReusedByTheSystemIsANewProcess)
         ::_exit(static_cast<int>(::read(hold[0], &byte, 1)));
     }
     ::close(hold[0]);
-    table.beginRefresh();
-    const Ids found = table.matching("");
-    const Ids old = table.matching("had-the-id-first");
+    table->beginRefresh();
+    const Ids found = table->matching("");
+    const Ids old = table->matching("had-the-id-first");
     ::close(hold[1]);
     if (second < 0)
         GTEST_SKIP() << "ids cannot be chosen";
@@ -493,10 +494,10 @@ TEST_F(ProcessTableTest, NoDescriptorIsLeftOpen)
 {
     Child& child = start("llama-cpp-server");
     const auto refresh = [&] {
-        table.beginRefresh();
-        table.matching("llama-cpp");
-        table.named("llama-cpp-server");
-        table.states({child.id(), 1, 999'999'999});
+        table->beginRefresh();
+        table->matching("llama-cpp");
+        table->named("llama-cpp-server");
+        table->states({child.id(), 1, 999'999'999});
     };
     refresh();
     const std::size_t before = openDescriptors();
@@ -504,8 +505,8 @@ TEST_F(ProcessTableTest, NoDescriptorIsLeftOpen)
         refresh();
     EXPECT_EQ(openDescriptors(), before);
     {
-        LinuxProcessTable other;
-        other.matching("");
+        const auto other = makeProcessTable();
+        other->matching("");
     }
     EXPECT_EQ(openDescriptors(), before);
 }
@@ -513,7 +514,7 @@ TEST_F(ProcessTableTest, NoDescriptorIsLeftOpen)
 TEST_F(ProcessTableTest, TheKeptDescriptorIsNotInherited)
 {
     const std::size_t before = openDescriptors();
-    table.named("ollama");
+    table->named("ollama");
     ASSERT_EQ(openDescriptors(), before + 1);
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         std::error_code error;
@@ -525,7 +526,7 @@ TEST_F(ProcessTableTest, TheKeptDescriptorIsNotInherited)
 
 TEST_F(ProcessTableTest, WhatIsCreatedBetweenListingsIsFoundAtOnce)
 {
-    for (int refresh = 0; refresh < 3 * LinuxProcessTable::listingInterval; ++refresh) {
+    for (int refresh = 0; refresh < refreshesOfAMinute; ++refresh) {
         Child& child = start("created-between");
         EXPECT_EQ(matching("created-between"), Ids{child.id()}) << "in refresh " << refresh;
         child.end();
@@ -538,7 +539,7 @@ TEST_F(ProcessTableTest, MoreNewProcessesThanTheIdsAreFollowedForAreFound)
     for (int refresh = 0; refresh < 3; ++refresh)
         matching("created-at-once");
     Ids ids;
-    for (ProcessId count = 0; count < 2 * LinuxProcessTable::mostCreated; ++count)
+    for (int count = 0; count < 150; ++count)
         ids.push_back(start("created-at-once").id());
     std::ranges::sort(ids);
     EXPECT_EQ(matching("created-at-once"), ids);
@@ -609,11 +610,11 @@ TEST_F(ProcessTableTest, IdsThatNameNoProcessHaveNoState)
     Child& child = start("ollama");
     const ProcessId gone = child.id();
     child.end();
-    table.beginRefresh();
+    table->beginRefresh();
     constexpr ProcessId most = std::numeric_limits<ProcessId>::max();
     constexpr ProcessId least = std::numeric_limits<ProcessId>::min();
-    EXPECT_TRUE(table.states({0, -1, gone, most, least, ProcessId{1} << 32}).empty());
-    EXPECT_TRUE(table.states({}).empty());
+    EXPECT_TRUE(table->states({0, -1, gone, most, least, ProcessId{1} << 32}).empty());
+    EXPECT_TRUE(table->states({}).empty());
 }
 
 TEST_F(ProcessTableTest, AThreadIsNoProcess)
@@ -641,10 +642,10 @@ TEST_F(ProcessTableTest, AThreadIsNoProcess)
 
 TEST_F(ProcessTableTest, AMissingFolderHasNoProcesses)
 {
-    LinuxProcessTable missing("/nowhere/proc");
-    EXPECT_EQ(missing.named("ollama"), Ids{});
-    EXPECT_EQ(missing.matching(""), Ids{});
-    EXPECT_TRUE(missing.states({1}).empty());
+    const auto missing = makeLinuxProcessTable("/nowhere/proc");
+    EXPECT_EQ(missing->named("ollama"), Ids{});
+    EXPECT_EQ(missing->matching(""), Ids{});
+    EXPECT_TRUE(missing->states({1}).empty());
 }
 
 TEST_F(ProcessTableTest, ProcessesThatCannotBeReadAreLeftOut)
@@ -656,12 +657,12 @@ TEST_F(ProcessTableTest, ProcessesThatCannotBeReadAreLeftOut)
     std::filesystem::create_directories(fakeRoot() / "99999999999999999999");
     std::filesystem::create_directories(fakeRoot() / "7x");
     std::filesystem::create_symlink("13", fakeRoot() / "13");
-    LinuxProcessTable fake(fakeRoot());
+    const auto fake = makeLinuxProcessTable(fakeRoot());
     for (int refresh = 0; refresh < 50; ++refresh) {
-        fake.beginRefresh();
-        EXPECT_EQ(fake.matching(""), (Ids{9, 10}));
-        EXPECT_EQ(fake.named("whole"), (Ids{9, 10}));
-        EXPECT_EQ(fake.states({9, 10, 11, 12, 13}).size(), 2U);
+        fake->beginRefresh();
+        EXPECT_EQ(fake->matching(""), (Ids{9, 10}));
+        EXPECT_EQ(fake->named("whole"), (Ids{9, 10}));
+        EXPECT_EQ(fake->states({9, 10, 11, 12, 13}).size(), 2U);
     }
 }
 
@@ -671,11 +672,11 @@ TEST_F(ProcessTableTest, ForbiddenCommandLinesMatchNothingUntilTheyCanBeRead)
     std::filesystem::permissions(fakeRoot() / "10" / "cmdline", std::filesystem::perms::none);
     if (::access((fakeRoot() / "10" / "cmdline").c_str(), R_OK) == 0)
         GTEST_SKIP() << "this user may read everything";
-    LinuxProcessTable fake(fakeRoot());
-    EXPECT_EQ(fake.matching(""), Ids{});
+    const auto fake = makeLinuxProcessTable(fakeRoot());
+    EXPECT_EQ(fake->matching(""), Ids{});
     std::filesystem::permissions(fakeRoot() / "10" / "cmdline", std::filesystem::perms::owner_read);
-    fake.beginRefresh();
-    EXPECT_EQ(fake.matching("secret"), Ids{10});
+    fake->beginRefresh();
+    EXPECT_EQ(fake->matching("secret"), Ids{10});
 }
 
 TEST_F(ProcessTableTest, BrokenStatusFilesGiveNoState)
@@ -686,9 +687,9 @@ TEST_F(ProcessTableTest, BrokenStatusFilesGiveNoState)
         fakeProcess(id, "");
         std::ofstream(fakeRoot() / id / "stat") << broken[index];
     }
-    LinuxProcessTable fake(fakeRoot());
-    EXPECT_TRUE(fake.states({1, 2, 3, 4, 5, 6, 7, 8}).empty());
-    EXPECT_EQ(fake.matching(""), Ids{});
+    const auto fake = makeLinuxProcessTable(fakeRoot());
+    EXPECT_TRUE(fake->states({1, 2, 3, 4, 5, 6, 7, 8}).empty());
+    EXPECT_EQ(fake->matching(""), Ids{});
 }
 
 }  // namespace quenchly
