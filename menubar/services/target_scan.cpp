@@ -1,19 +1,75 @@
 #include "target_scan.h"
 
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <system_error>
 #include <utility>
 
 namespace quenchly {
+namespace {
 
-TargetScan::TargetScan(TableFactory makeTable, QObject* parent) : QObject(parent), makeTable_(std::move(makeTable))
+constexpr std::chrono::milliseconds longestWait{500};
+
+}  // namespace
+
+/// What the worker thread shares with the scan's owner, and keeps when it is left behind. Once it is, it touches
+/// nothing of Qt and no object of the program that is destroyed at the program's end.
+class TargetScan::Work {
+public:
+    Work(TargetScan* owner, TableFactory makeTable) : owner_(owner), makeTable_(std::move(makeTable)) {}
+
+    /// On the worker thread.
+    void scan(const TargetScanner::Situation& situation)
+    {
+        if (!table_)
+            table_ = makeTable_();
+        rows_ = TargetScanner::rows(*table_, situation);
+
+        const std::lock_guard lock(mutex_);
+        isDone_ = true;
+        done_.notify_all();
+        if (owner_ != nullptr)
+            QMetaObject::invokeMethod(owner_, &TargetScan::collect, Qt::QueuedConnection);
+    }
+
+    /// Before and after the worker thread runs.
+    void prepare() { isDone_ = false; }
+    std::vector<TargetRow> takeRows() { return std::move(rows_); }
+
+    /// From now on the owner is not called any more. Whether the scan has ended in time.
+    bool leave()
+    {
+        std::unique_lock lock(mutex_);
+        owner_ = nullptr;
+        return done_.wait_for(lock, longestWait, [this] { return isDone_; });
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable done_;
+    bool isDone_ = false;
+    TargetScan* owner_;
+
+    // The worker's own while it runs; joining it hands them over.
+    TableFactory makeTable_;
+    std::unique_ptr<ProcessTable> table_;
+    std::vector<TargetRow> rows_;
+};
+
+TargetScan::TargetScan(TableFactory makeTable, QObject* parent)
+    : QObject(parent), work_(std::make_shared<Work>(this, std::move(makeTable)))
 {
-    connect(this, &TargetScan::scanned, this, &TargetScan::collect, Qt::QueuedConnection);
 }
 
 TargetScan::~TargetScan()
 {
-    if (worker_.joinable())
+    if (!worker_.joinable())
+        return;
+    if (work_->leave())
         worker_.join();
+    else
+        worker_.detach();
 }
 
 void TargetScan::request(TargetScanner::Situation situation)
@@ -26,24 +82,17 @@ void TargetScan::request(TargetScanner::Situation situation)
 
 void TargetScan::start(TargetScanner::Situation situation)
 {
+    work_->prepare();
     try {
-        worker_ = std::thread([this, situation = std::move(situation)] { scan(situation); });
+        worker_ = std::thread([work = work_, situation = std::move(situation)] { work->scan(situation); });
     } catch (const std::system_error&) {
     }
-}
-
-void TargetScan::scan(const TargetScanner::Situation& situation)
-{
-    if (!table_)
-        table_ = makeTable_();
-    rows_ = TargetScanner::rows(*table_, situation);
-    Q_EMIT scanned(QPrivateSignal());
 }
 
 void TargetScan::collect()
 {
     worker_.join();
-    const std::vector<TargetRow> rows = std::move(rows_);
+    const std::vector<TargetRow> rows = work_->takeRows();
     if (auto next = std::exchange(next_, std::nullopt))
         start(std::move(*next));
     // Last, because who hears it may destroy this object.

@@ -12,14 +12,16 @@
 namespace quenchly {
 
 /// Runs target scans off the thread that it lives on, one at a time. There is a worker thread only while a scan runs.
-/// Destroying it waits for a running scan and delivers nothing.
+/// Destroying it waits for a running scan, but no longer than half a second, and delivers nothing. A scan that takes
+/// longer is left behind: it keeps its table until it ends or the process does, and reaches nothing else.
 class TargetScan : public QObject {
     Q_OBJECT
 
 public:
     using TableFactory = std::function<std::unique_ptr<ProcessTable>()>;
 
-    /// The table is made by the first scan, on its thread, and serves the scans alone.
+    /// The table is made by the first scan, on its thread, and serves the scans alone. It must not need anything that
+    /// may be gone before it.
     explicit TargetScan(TableFactory makeTable, QObject* parent = nullptr);
     ~TargetScan() override;
 
@@ -31,21 +33,15 @@ Q_SIGNALS:
     /// On the thread that this object lives on.
     void finished(const std::vector<TargetRow>& rows);
 
-    /// From the worker thread; for this class alone.
-    void scanned(QPrivateSignal);
-
 private:
+    class Work;
+
     void start(TargetScanner::Situation situation);
-    void scan(const TargetScanner::Situation& situation);
     void collect();
 
-    TableFactory makeTable_;
+    std::shared_ptr<Work> work_;
     std::optional<TargetScanner::Situation> next_;
     std::thread worker_;
-
-    // The worker's own while it runs; joining it hands them over.
-    std::unique_ptr<ProcessTable> table_;
-    std::vector<TargetRow> rows_;
 };
 
 }  // namespace quenchly

@@ -6,6 +6,7 @@
 #include <QTest>
 #include <condition_variable>
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <set>
 
@@ -28,6 +29,7 @@ public:
         changed_.notify_all();
         changed_.wait(lock, [this] { return !isHeld_; });
         --inside_;
+        changed_.notify_all();
     }
     void hold(bool isHeld)
     {
@@ -37,14 +39,23 @@ public:
     }
     bool awaitScans(int count)
     {
-        std::unique_lock lock(mutex_);
-        return changed_.wait_for(lock, std::chrono::milliseconds(deadlineMilliseconds),
-                                 [&] { return scans_ >= count; });
+        return await([&] { return scans_ >= count; });
     }
-    void countTable()
+    bool awaitNoTable()
+    {
+        return await([&] { return present_ == 0; });
+    }
+    void addTable()
     {
         const std::lock_guard lock(mutex_);
         ++tables_;
+        ++present_;
+    }
+    void removeTable()
+    {
+        const std::lock_guard lock(mutex_);
+        --present_;
+        changed_.notify_all();
     }
 
     int scans() const { return locked(scans_); }
@@ -54,6 +65,13 @@ public:
     std::set<std::thread::id> threads() const { return locked(threads_); }
 
 private:
+    template <typename Condition>
+    bool await(const Condition& holds)
+    {
+        std::unique_lock lock(mutex_);
+        return changed_.wait_for(lock, std::chrono::milliseconds(deadlineMilliseconds), holds);
+    }
+
     template <typename Value>
     Value locked(const Value& value) const
     {
@@ -65,7 +83,8 @@ private:
     std::condition_variable changed_;
     bool isHeld_ = false;
     int scans_ = 0;
-    int tables_ = 0;
+    int tables_ = 0;   // made
+    int present_ = 0;  // not yet destroyed
     int inside_ = 0;
     int mostInside_ = 0;
     std::set<std::thread::id> threads_;
@@ -74,14 +93,18 @@ private:
 /// Every process runs; a listing takes as long as the stage holds it.
 class SlowTable final : public ProcessTable {
 public:
-    explicit SlowTable(Stage& stage) : stage_(stage) { stage_.countTable(); }
-    void beginRefresh() override { stage_.enter(); }
+    explicit SlowTable(std::shared_ptr<Stage> stage) : stage_(std::move(stage)) { stage_->addTable(); }
+    ~SlowTable() override { stage_->removeTable(); }
+    SlowTable(const SlowTable&) = delete;
+    SlowTable& operator=(const SlowTable&) = delete;
+
+    void beginRefresh() override { stage_->enter(); }
     std::vector<ProcessId> named(const std::string&) override { return {10}; }
     std::vector<ProcessId> matching(const std::string&) override { return {10}; }
     std::map<ProcessId, std::string> states(const std::vector<ProcessId>&) override { return {}; }
 
 private:
-    Stage& stage_;
+    std::shared_ptr<Stage> stage_;
 };
 
 TargetScanner::Situation pausing(const std::string& label)
@@ -91,14 +114,16 @@ TargetScanner::Situation pausing(const std::string& label)
 
 class TargetScanTest : public ::testing::Test {
 protected:
-    Stage stage;
+    /// A scan that is left behind may outlive the test.
+    std::shared_ptr<Stage> shared = std::make_shared<Stage>();
+    Stage& stage = *shared;
     std::unique_ptr<TargetScan> scan = make();
     std::vector<Rows> results;
     std::set<std::thread::id> deliveredOn;
 
     std::unique_ptr<TargetScan> make()
     {
-        auto made = std::make_unique<TargetScan>([this] { return std::make_unique<SlowTable>(stage); });
+        auto made = std::make_unique<TargetScan>([shared = shared] { return std::make_unique<SlowTable>(shared); });
         QObject::connect(made.get(), &TargetScan::finished, [this](const Rows& rows) {
             results.push_back(rows);
             deliveredOn.insert(std::this_thread::get_id());
@@ -209,7 +234,7 @@ TEST_F(TargetScanTest, AListenerMayDestroyIt)
     EXPECT_EQ(stage.inside(), 0);
 }
 
-TEST_F(TargetScanTest, DestroyingItWaitsForTheRunningScanOnlyAndDeliversNothing)
+TEST_F(TargetScanTest, DestroyingItDuringAScanDeliversNothingAndStartsNoOther)
 {
     stage.hold(true);
     scan->request(pausing("running"));
@@ -217,8 +242,23 @@ TEST_F(TargetScanTest, DestroyingItWaitsForTheRunningScanOnlyAndDeliversNothing)
     scan->request(pausing("remembered"));
     std::thread releaser([this] { stage.hold(false); });
     scan.reset();
-    EXPECT_EQ(stage.inside(), 0);
     releaser.join();
+    EXPECT_TRUE(stage.awaitNoTable());
+    handleEvents();
+    EXPECT_EQ(stage.scans(), 1);
+    EXPECT_TRUE(results.empty());
+}
+
+TEST_F(TargetScanTest, DestroyingItLeavesAScanBehindThatDoesNotEnd)
+{
+    stage.hold(true);
+    scan->request(pausing("running"));
+    ASSERT_TRUE(stage.awaitScans(1));
+    scan->request(pausing("remembered"));
+    scan.reset();
+    EXPECT_EQ(stage.inside(), 1);
+    stage.hold(false);
+    EXPECT_TRUE(stage.awaitNoTable());
     handleEvents();
     EXPECT_EQ(stage.scans(), 1);
     EXPECT_TRUE(results.empty());
@@ -237,6 +277,7 @@ TEST_F(TargetScanTest, DestroyingItAtAnyMomentIsSafe)
         scan->request(pausing("b"));
     }
     scan.reset();
+    EXPECT_TRUE(stage.awaitNoTable());
     EXPECT_EQ(stage.inside(), 0);
 }
 
