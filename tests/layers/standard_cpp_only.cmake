@@ -1,9 +1,10 @@
-# usage: cmake -DFOLDER=... -DLEAF=... -P standard_cpp_only.cmake
+# usage: cmake -DFOLDER=... -P standard_cpp_only.cmake
 # Fails where a source of FOLDER includes something else than the C++ library, the two libraries named below and what
-# FOLDER or LEAF holds, has lines for one system only, or asks the environment. The C++ library's own headers have
-# neither a dot nor a slash in their names; those of POSIX, Linux and Apple have.
+# FOLDER or a folder below it holds, has lines for one system only, or asks the environment. The C++ library's own
+# headers have neither a dot nor a slash in their names; those of POSIX, Linux and Apple have.
 cmake_minimum_required(VERSION 3.25)
 set(libraries nlohmann/json.hpp utf8proc.h)
+set(below ${CMAKE_CURRENT_LIST_DIR}/../../os ${CMAKE_CURRENT_LIST_DIR}/../../contract)
 set(files_and_threads fstream thread future mutex condition_variable atomic semaphore latch barrier stop_token)
 
 file(GLOB sources ${FOLDER}/*.h ${FOLDER}/*.cpp)
@@ -30,9 +31,11 @@ foreach(source ${sources})
                 report()
             endif()
         elseif(line MATCHES "^#include \"([a-z0-9_]+\\.h)\"$")
-            if(NOT EXISTS ${FOLDER}/${CMAKE_MATCH_1} AND NOT EXISTS ${LEAF}/${CMAKE_MATCH_1})
+            find_file(header ${CMAKE_MATCH_1} PATHS ${FOLDER} ${below} NO_DEFAULT_PATH NO_CACHE)
+            if(NOT header)
                 report()
             endif()
+            unset(header)
         elseif(NOT line STREQUAL "#pragma once")
             report()
         endif()
