@@ -34,11 +34,11 @@ PanelController::PanelController(StateWatcher& watcher, Updater& updater, QObjec
       updater_(updater),
       version_(bundleVersion(watcher.system().bundleInfo).value_or("")),
       targetRows_(unscannedTargets()),
-      targetScan_(watcher.system().makeProcesses)
+      backgroundScan_(watcher.system().makeProcesses)
 {
     connect(&watcher, &StateWatcher::published, this, &PanelController::follow);
     connect(&updater, &Updater::published, this, &PanelController::follow);
-    connect(&targetScan_, &TargetScan::finished, this, &PanelController::takeOver);
+    connect(&backgroundScan_, &BackgroundScan::finished, this, &PanelController::takeOver);
 }
 
 MenuContent PanelController::content() const
@@ -84,7 +84,7 @@ void PanelController::follow()
 void PanelController::scan()
 {
     scannedStatus_ = watcher_.status();
-    targetScan_.request(targetSituation(watcher_));
+    backgroundScan_.request(targetSituation(watcher_));
 }
 
 void PanelController::scanNow()

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "background_scan.h"
 #include "menu_content.h"
-#include "target_scan.h"
 
 namespace quenchly {
 
@@ -62,7 +62,7 @@ private:
     bool shown_ = false;
     std::vector<TargetRow> targetRows_;
     std::optional<QuenchStatus> scannedStatus_;
-    TargetScan targetScan_;
+    BackgroundScan backgroundScan_;
 };
 
 }  // namespace quenchly

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "target_scan.h"
+#include "background_scan.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const auto begun = std::make_shared<std::promise<void>>();
-    quenchly::TargetScan scan([begun] { return std::make_unique<EndlessTable>(begun); });
+    quenchly::BackgroundScan scan([begun] { return std::make_unique<EndlessTable>(begun); });
     scan.request({});
     begun->get_future().wait();
     return 0;

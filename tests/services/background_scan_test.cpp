@@ -1,4 +1,4 @@
-#include "target_scan.h"
+#include "background_scan.h"
 
 #include <gtest/gtest.h>
 
@@ -112,19 +112,19 @@ TargetScanner::Situation pausing(const std::string& label)
     return {.paused = {{.label = label}}};
 }
 
-class TargetScanTest : public ::testing::Test {
+class BackgroundScanTest : public ::testing::Test {
 protected:
     /// A scan that is left behind may outlive the test.
     std::shared_ptr<Stage> shared = std::make_shared<Stage>();
     Stage& stage = *shared;
-    std::unique_ptr<TargetScan> scan = make();
+    std::unique_ptr<BackgroundScan> scan = make();
     std::vector<Rows> results;
     std::set<std::thread::id> deliveredOn;
 
-    std::unique_ptr<TargetScan> make()
+    std::unique_ptr<BackgroundScan> make()
     {
-        auto made = std::make_unique<TargetScan>([shared = shared] { return std::make_unique<SlowTable>(shared); });
-        QObject::connect(made.get(), &TargetScan::finished, [this](const Rows& rows) {
+        auto made = std::make_unique<BackgroundScan>([shared = shared] { return std::make_unique<SlowTable>(shared); });
+        QObject::connect(made.get(), &BackgroundScan::finished, [this](const Rows& rows) {
             results.push_back(rows);
             deliveredOn.insert(std::this_thread::get_id());
         });
@@ -143,7 +143,7 @@ protected:
     }
 };
 
-TEST_F(TargetScanTest, TheRowsOfAScanAreDelivered)
+TEST_F(BackgroundScanTest, TheRowsOfAScanAreDelivered)
 {
     scan->request(pausing("mymodel"));
     EXPECT_TRUE(results.empty());
@@ -156,7 +156,7 @@ TEST_F(TargetScanTest, TheRowsOfAScanAreDelivered)
     EXPECT_EQ(results[0], expected);
 }
 
-TEST_F(TargetScanTest, ScansRunOnAnotherThreadAndResultsComeBackOnTheOwners)
+TEST_F(BackgroundScanTest, ScansRunOnAnotherThreadAndResultsComeBackOnTheOwners)
 {
     for (std::size_t count = 1; count <= 5; ++count) {
         scan->request({});
@@ -167,14 +167,14 @@ TEST_F(TargetScanTest, ScansRunOnAnotherThreadAndResultsComeBackOnTheOwners)
     EXPECT_EQ(stage.tables(), 1);
 }
 
-TEST_F(TargetScanTest, NothingIsDoneUntilAScanIsAskedFor)
+TEST_F(BackgroundScanTest, NothingIsDoneUntilAScanIsAskedFor)
 {
     handleEvents();
     EXPECT_EQ(stage.tables(), 0);
     EXPECT_EQ(stage.scans(), 0);
 }
 
-TEST_F(TargetScanTest, RequestsDuringAScanLeaveOneMoreScanOfTheNewestSituation)
+TEST_F(BackgroundScanTest, RequestsDuringAScanLeaveOneMoreScanOfTheNewestSituation)
 {
     stage.hold(true);
     scan->request(pausing("first"));
@@ -195,7 +195,7 @@ TEST_F(TargetScanTest, RequestsDuringAScanLeaveOneMoreScanOfTheNewestSituation)
     EXPECT_EQ(stage.mostInside(), 1);
 }
 
-TEST_F(TargetScanTest, ARequestBetweenTheEndOfAScanAndItsDeliveryIsNotLost)
+TEST_F(BackgroundScanTest, ARequestBetweenTheEndOfAScanAndItsDeliveryIsNotLost)
 {
     for (std::size_t round = 0; round < 50; ++round) {
         scan->request(pausing("before"));
@@ -207,9 +207,9 @@ TEST_F(TargetScanTest, ARequestBetweenTheEndOfAScanAndItsDeliveryIsNotLost)
     EXPECT_EQ(stage.mostInside(), 1);
 }
 
-TEST_F(TargetScanTest, AListenerMayAskForTheNextScan)
+TEST_F(BackgroundScanTest, AListenerMayAskForTheNextScan)
 {
-    QObject::connect(scan.get(), &TargetScan::finished, [this] {
+    QObject::connect(scan.get(), &BackgroundScan::finished, [this] {
         if (results.size() < 20)
             scan->request(pausing("model" + std::to_string(results.size())));
     });
@@ -221,9 +221,9 @@ TEST_F(TargetScanTest, AListenerMayAskForTheNextScan)
     EXPECT_EQ(stage.mostInside(), 1);
 }
 
-TEST_F(TargetScanTest, AListenerMayDestroyIt)
+TEST_F(BackgroundScanTest, AListenerMayDestroyIt)
 {
-    QObject::connect(scan.get(), &TargetScan::finished, [this] { scan.reset(); });
+    QObject::connect(scan.get(), &BackgroundScan::finished, [this] { scan.reset(); });
     stage.hold(true);
     scan->request({});
     scan->request({});
@@ -234,7 +234,7 @@ TEST_F(TargetScanTest, AListenerMayDestroyIt)
     EXPECT_EQ(stage.inside(), 0);
 }
 
-TEST_F(TargetScanTest, DestroyingItDuringAScanDeliversNothingAndStartsNoOther)
+TEST_F(BackgroundScanTest, DestroyingItDuringAScanDeliversNothingAndStartsNoOther)
 {
     stage.hold(true);
     scan->request(pausing("running"));
@@ -249,7 +249,7 @@ TEST_F(TargetScanTest, DestroyingItDuringAScanDeliversNothingAndStartsNoOther)
     EXPECT_TRUE(results.empty());
 }
 
-TEST_F(TargetScanTest, DestroyingItLeavesAScanBehindThatDoesNotEnd)
+TEST_F(BackgroundScanTest, DestroyingItLeavesAScanBehindThatDoesNotEnd)
 {
     stage.hold(true);
     scan->request(pausing("running"));
@@ -264,7 +264,7 @@ TEST_F(TargetScanTest, DestroyingItLeavesAScanBehindThatDoesNotEnd)
     EXPECT_TRUE(results.empty());
 }
 
-TEST_F(TargetScanTest, DestroyingItAtAnyMomentIsSafe)
+TEST_F(BackgroundScanTest, DestroyingItAtAnyMomentIsSafe)
 {
     for (int round = 0; round < 300; ++round) {
         scan = make();
@@ -281,7 +281,7 @@ TEST_F(TargetScanTest, DestroyingItAtAnyMomentIsSafe)
     EXPECT_EQ(stage.inside(), 0);
 }
 
-TEST_F(TargetScanTest, NoThreadRemainsAfterAScan)
+TEST_F(BackgroundScanTest, NoThreadRemainsAfterAScan)
 {
     const std::filesystem::path tasks = "/proc/self/task";
     if (!std::filesystem::exists(tasks))
@@ -296,12 +296,13 @@ TEST_F(TargetScanTest, NoThreadRemainsAfterAScan)
     EXPECT_TRUE(QTest::qWaitFor([&] { return threads() == before; }, deadlineMilliseconds));
 }
 
-TEST_F(TargetScanTest, ItsResultsCanBeCarriedThroughAQueue)
+TEST_F(BackgroundScanTest, ItsResultsCanBeCarriedThroughAQueue)
 {
     Rows carried;
     QObject receiver;
     QObject::connect(
-        scan.get(), &TargetScan::finished, &receiver, [&](const Rows& rows) { carried = rows; }, Qt::QueuedConnection);
+        scan.get(), &BackgroundScan::finished, &receiver, [&](const Rows& rows) { carried = rows; },
+        Qt::QueuedConnection);
     scan->request(pausing("mymodel"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !carried.empty(); }, deadlineMilliseconds));
     EXPECT_EQ(carried, results.at(0));
@@ -309,8 +310,8 @@ TEST_F(TargetScanTest, ItsResultsCanBeCarriedThroughAQueue)
 
 TEST(TargetScanOfThisMachine, TheRealTableGivesTheKnownRows)
 {
-    TargetScan scan(makeProcessTable);
-    QSignalSpy spy(&scan, &TargetScan::finished);
+    BackgroundScan scan(makeProcessTable);
+    QSignalSpy spy(&scan, &BackgroundScan::finished);
     for (int round = 0; round < 3; ++round) {
         scan.request(pausing("no such model"));
         ASSERT_TRUE(spy.wait(deadlineMilliseconds));

@@ -14,7 +14,7 @@ namespace quenchly {
 /// Runs target scans off the thread that it lives on, one at a time. There is a worker thread only while a scan runs.
 /// Destroying it waits for a running scan, but no longer than half a second, and delivers nothing. A scan that takes
 /// longer is left behind: it keeps its table until it ends or the process does, and reaches nothing else.
-class TargetScan : public QObject {
+class BackgroundScan : public QObject {
     Q_OBJECT
 
 public:
@@ -22,8 +22,8 @@ public:
 
     /// The table is made by the first scan, on its thread, and serves the scans alone. It must not need anything that
     /// may be gone before it.
-    explicit TargetScan(TableFactory makeTable, QObject* parent = nullptr);
-    ~TargetScan() override;
+    explicit BackgroundScan(TableFactory makeTable, QObject* parent = nullptr);
+    ~BackgroundScan() override;
 
     /// Asks for a scan. While one runs only the newest situation is kept for the next. A scan that the system has no
     /// thread for is left out.

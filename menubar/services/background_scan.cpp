@@ -1,4 +1,4 @@
-#include "target_scan.h"
+#include "background_scan.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -15,9 +15,9 @@ constexpr std::chrono::milliseconds longestWait{500};
 
 /// What the worker thread shares with the scan's owner, and keeps when it is left behind. Once it is, it touches
 /// nothing of Qt and no object of the program that is destroyed at the program's end.
-class TargetScan::Work {
+class BackgroundScan::Work {
 public:
-    Work(TargetScan* owner, TableFactory makeTable) : owner_(owner), makeTable_(std::move(makeTable)) {}
+    Work(BackgroundScan* owner, TableFactory makeTable) : owner_(owner), makeTable_(std::move(makeTable)) {}
 
     /// On the worker thread.
     void scan(const TargetScanner::Situation& situation)
@@ -30,7 +30,7 @@ public:
         isDone_ = true;
         done_.notify_all();
         if (owner_ != nullptr)
-            QMetaObject::invokeMethod(owner_, &TargetScan::collect, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(owner_, &BackgroundScan::collect, Qt::QueuedConnection);
     }
 
     /// Before and after the worker thread runs.
@@ -49,7 +49,7 @@ private:
     std::mutex mutex_;
     std::condition_variable done_;
     bool isDone_ = false;
-    TargetScan* owner_;
+    BackgroundScan* owner_;
 
     // The worker's own while it runs; joining it hands them over.
     TableFactory makeTable_;
@@ -57,12 +57,12 @@ private:
     std::vector<TargetRow> rows_;
 };
 
-TargetScan::TargetScan(TableFactory makeTable, QObject* parent)
+BackgroundScan::BackgroundScan(TableFactory makeTable, QObject* parent)
     : QObject(parent), work_(std::make_shared<Work>(this, std::move(makeTable)))
 {
 }
 
-TargetScan::~TargetScan()
+BackgroundScan::~BackgroundScan()
 {
     if (!worker_.joinable())
         return;
@@ -72,7 +72,7 @@ TargetScan::~TargetScan()
         worker_.detach();
 }
 
-void TargetScan::request(TargetScanner::Situation situation)
+void BackgroundScan::request(TargetScanner::Situation situation)
 {
     if (worker_.joinable())
         next_ = std::move(situation);
@@ -80,7 +80,7 @@ void TargetScan::request(TargetScanner::Situation situation)
         start(std::move(situation));
 }
 
-void TargetScan::start(TargetScanner::Situation situation)
+void BackgroundScan::start(TargetScanner::Situation situation)
 {
     work_->prepare();
     try {
@@ -89,7 +89,7 @@ void TargetScan::start(TargetScanner::Situation situation)
     }
 }
 
-void TargetScan::collect()
+void BackgroundScan::collect()
 {
     worker_.join();
     const std::vector<TargetRow> rows = work_->takeRows();
