@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "command_runner.h"
+#include "dashboard.h"
 #include "file_reading.h"
 #include "heat_state.h"
 #include "listed_targets.h"
@@ -222,7 +223,7 @@ TEST(ContractDocument, NamesTheAgentTheAddressAndWhatTheAnswerHas)
     const auto has = [text = document()](const std::string& part) { return text.find(part) != std::string::npos; };
     EXPECT_TRUE(has("`Library/LaunchAgents/" + std::string(CheckerContract::agentFile) + "`"));
     EXPECT_TRUE(has("`" + std::string(CheckerContract::agentLabel) + "` is the job's name"));
-    EXPECT_TRUE(has("`" + CLIRunner::dashboardAddress(CheckerContract::dashboardPort) + "` is opened"));
+    EXPECT_TRUE(has("`" + dashboardAddress(CheckerContract::dashboardPort) + "` is opened"));
     EXPECT_TRUE(has("that have `" + std::string(CheckerContract::heatStateFile) + "` in them"));
     EXPECT_TRUE(has("`" + std::string(CheckerContract::dataFolderVariable) + "` names"));
 }
