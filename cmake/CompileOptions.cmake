@@ -1,14 +1,17 @@
-# Linked privately by every target of ours, so that the libraries' own headers are never held to our warnings.
+# Linked privately by every target of ours, so that the libraries' own headers are never held to our warnings: the tests
+# by the warnings alone, the rest by all options.
+add_library(QuenchlyWarnings INTERFACE)
 add_library(QuenchlyCompileOptions INTERFACE)
-target_compile_options(QuenchlyCompileOptions INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+target_link_libraries(QuenchlyCompileOptions INTERFACE QuenchlyWarnings)
+target_compile_options(QuenchlyWarnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
     -Wold-style-cast -Wconversion -Wno-sign-conversion -Wno-missing-field-initializers)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # GCC 12 sees an overlap in every inlined "literal" + std::string (its bug 105651).
-    target_compile_options(QuenchlyCompileOptions INTERFACE -Wno-restrict)
+    target_compile_options(QuenchlyWarnings INTERFACE -Wno-restrict)
 endif()
-target_compile_definitions(QuenchlyCompileOptions INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+target_compile_definitions(QuenchlyWarnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
 if(QUENCHLY_WERROR)
-    target_compile_options(QuenchlyCompileOptions INTERFACE -Werror)
+    target_compile_options(QuenchlyWarnings INTERFACE -Werror)
 endif()
 
 if(NOT APPLE AND NOT QUENCHLY_SANITIZE)

@@ -303,8 +303,8 @@ TEST_F(ProcessTableTest, AnExpressionThatMightCostMuchIsAnsweredAtOnce)
     };
     const auto before = spent();
     for (const std::string& pattern :
-         {std::string("((x?)?){1000}9."), std::string("((x?)?){200}9."), std::string("((x{1,255}){1,255}){1,255}"),
-          std::string("(x*)\\1b"), std::string("(((((x+)+)+)+)+)+9."), std::string(1'000'000, '('),
+         {std::string("((x?)?){1000}=."), std::string("((x?)?){200}=."), std::string("((x{1,255}){1,255}){1,255}"),
+          std::string("(x*)\\1b"), std::string("(((((x+)+)+)+)+)+=."), std::string(1'000'000, '('),
           std::string(1'000'000, 'x'), bytes("ollama\0")})
         EXPECT_EQ(matching(pattern), Ids{}) << pattern.substr(0, 40);
     EXPECT_LT(spent() - before, 20);
