@@ -15,7 +15,7 @@ public:
         std::chrono::milliseconds time{};
     };
 
-    /// The panel has lost the focus and has closed.
+    /// The panel has just lost the focus, which closes it unless a help popover is open.
     void panelLostFocus(const Moment& moment) { focusLost_ = moment; }
 
     /// Whether a press that the item hears of now is the one that took the focus. Says so once for each loss.

@@ -40,9 +40,11 @@ protected:
                !QTest::qWaitFor([this] { return !hasWindows(1); }, observation);
     }
 
-    /// So that the next round begins with a closed panel, and what closed it was no press.
-    void closeByEscape()
+    /// Closes it by Escape, so that the next round begins with a closed panel, and what closed it was no press.
+    void expectPanelOpensAndCloseIt()
     {
+        EXPECT_TRUE(panelOpensAndStays());
+        moveTo(idlePosition());
         waitUntilActive();
         press("Escape");
         ASSERT_TRUE(panelCloses());
@@ -67,9 +69,7 @@ TEST_F(TogglingTest, APressSoonAfterTheOneThatClosedThePanelOpensIt)
         SCOPED_TRACE(gap);
         openPanel();
         clickTwice(icon, gap);
-        EXPECT_TRUE(panelOpensAndStays());
-        moveTo(idlePosition());
-        closeByEscape();
+        expectPanelOpensAndCloseIt();
     }
 }
 
@@ -84,9 +84,7 @@ TEST_F(TogglingTest, APressSoonAfterEscapeOpensThePanel)
         ASSERT_TRUE(panelCloses());
         QTest::qWait(gap);
         click(icon);
-        EXPECT_TRUE(panelOpensAndStays());
-        moveTo(idlePosition());
-        closeByEscape();
+        expectPanelOpensAndCloseIt();
     }
 }
 
@@ -103,9 +101,7 @@ TEST_F(TogglingTest, APressSoonAfterOneOutsideOpensThePanel)
         ASSERT_TRUE(panelCloses());
         QTest::qWait(gap);
         click(icon);
-        EXPECT_TRUE(panelOpensAndStays());
-        moveTo(idlePosition());
-        closeByEscape();
+        expectPanelOpensAndCloseIt();
     }
 }
 
