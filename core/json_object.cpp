@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <nlohmann/json.hpp>
 
 #include "decimal_number.h"
 #include "rounding.h"
@@ -139,17 +140,17 @@ const nlohmann::json* JsonObject::find(CheckerContract::Key key) const
     return at == object_.get().end() ? nullptr : &*at;
 }
 
-std::optional<nlohmann::json> parseJsonObject(std::string_view bytes)
+std::shared_ptr<const nlohmann::json> parseJsonObject(std::string_view bytes)
 {
     if (isNestedTooDeep(bytes))
-        return std::nullopt;
+        return nullptr;
     // The library takes a NUL byte for the end of the text and would accept anything behind it.
     if (bytes.find('\0') != std::string_view::npos)
-        return std::nullopt;
+        return nullptr;
     nlohmann::json value = nlohmann::json::parse(bytes, nullptr, false);
     if (!value.is_object())
-        return std::nullopt;
-    return value;
+        return nullptr;
+    return std::make_shared<const nlohmann::json>(std::move(value));
 }
 
 }  // namespace quenchly

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json.hpp>
+#include <memory>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,7 +51,8 @@ private:
     std::reference_wrapper<const nlohmann::json> object_;
 };
 
-/// The value of a JSON text whose top level is an object; none for every other text. Never throws.
-std::optional<nlohmann::json> parseJsonObject(std::string_view bytes);
+/// The value of a JSON text whose top level is an object; null for every other text. Never throws. By pointer, as the
+/// value's type costs every source that sees it whole more than half a second of compiling.
+std::shared_ptr<const nlohmann::json> parseJsonObject(std::string_view bytes);
 
 }  // namespace quenchly

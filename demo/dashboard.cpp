@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <random>
 
 #include "current_instant.h"

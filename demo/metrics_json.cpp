@@ -1,5 +1,7 @@
 #include "metrics_json.h"
 
+#include <nlohmann/json.hpp>
+
 namespace quenchly::demo {
 
 Json metricsJson(const LastMetrics& metrics)

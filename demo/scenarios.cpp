@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <iterator>
+#include <nlohmann/json.hpp>
 
 #include "help_copy.h"
 #include "launch_agent.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <nlohmann/json.hpp>
 
 #include "relative_time.h"
 #include "status_builder.h"

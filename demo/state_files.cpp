@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "file_reading.h"

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <system_error>
 #include <thread>
@@ -73,6 +74,11 @@ std::vector<std::vector<std::string>> RecordedTool::runs() const
         if (event["event"] == "start")
             runs.push_back(event["arguments"]);
     return runs;
+}
+
+bool RecordedTool::hasStarted() const
+{
+    return !events().empty();
 }
 
 bool RecordedTool::hasEnded() const

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,7 +36,7 @@ public:
     std::vector<nlohmann::json> events() const;
     /// The arguments of each run that has started.
     std::vector<std::vector<std::string>> runs() const;
-    bool hasStarted() const { return !events().empty(); }
+    bool hasStarted() const;
     bool hasEnded() const;
 
     /// Lets one hanging run go on, now or when it gets there. All of them go on when this is destroyed.

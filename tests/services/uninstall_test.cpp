@@ -5,6 +5,7 @@
 #include <QTest>
 #include <future>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <thread>
 
 #include "patience.h"

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "child_process.h"
 #include "command_runner.h"
