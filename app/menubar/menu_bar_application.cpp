@@ -88,8 +88,12 @@ bool MenuBarApplication::eventFilter(QObject* object, QEvent* event)
 {
     // A panel that is being closed in another way has lost its focus too, but is hidden already.
     const auto& window = *static_cast<const QWidget*>(object);
-    if (event->type() == QEvent::ActivationChange && !window.isActiveWindow() && !window.isHidden())
-        focusTakingPress_.panelLostFocus(now());
+    if (event->type() == QEvent::ActivationChange && !window.isHidden()) {
+        if (window.isActiveWindow())
+            focusTakingPress_.forget();
+        else
+            focusTakingPress_.panelLostFocus(now());
+    }
     return QObject::eventFilter(object, event);
 }
 

@@ -9,8 +9,10 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "compositing.h"
@@ -27,6 +29,10 @@ namespace {
 using PanelMetrics::panelWidth;
 using PanelMetrics::stripeHeight;
 
+using namespace std::chrono_literals;
+
+/// A window manager that is still busy with the windows before gives the focus elsewhere and back.
+constexpr std::chrono::milliseconds longestDetourOfFocus = 100ms;
 constexpr int gapAroundPanel = 4;  // to the edges of the work area
 constexpr int scrollBarWidth = 8;
 constexpr double outlineOpacity = 0.14;
@@ -50,7 +56,11 @@ void paintWindStripe(QPainter& painter, int width)
 }  // namespace
 
 MenuPanel::MenuPanel(PanelController& controller, Role role)
-    : controller_(controller), role_(role), view_(new MenuContentView), scrollArea_(new QScrollArea(this))
+    : controller_(controller),
+      role_(role),
+      view_(new MenuContentView),
+      scrollArea_(new QScrollArea(this)),
+      focusLoss_(new QTimer(this))
 {
     setWindowTitle(QStringLiteral("Quenchly"));
     setFixedWidth(panelWidth);
@@ -68,6 +78,9 @@ MenuPanel::MenuPanel(PanelController& controller, Role role)
     view_->setAutoFillBackground(false);
     makeScrollBar();
 
+    focusLoss_->setSingleShot(true);
+    focusLoss_->setInterval(longestDetourOfFocus);
+    connect(focusLoss_, &QTimer::timeout, this, &MenuPanel::leave);
     connect(&controller, &PanelController::changed, this, &MenuPanel::refresh);
     connect(&controller, &PanelController::leaving, this, &MenuPanel::leave);
     connect(view_, &MenuContentView::triggered, &controller, &PanelController::perform);
@@ -187,6 +200,7 @@ void MenuPanel::showEvent(QShowEvent* event)
 void MenuPanel::hideEvent(QHideEvent* event)
 {
     QFrame::hideEvent(event);
+    focusLoss_->stop();
     tellWhetherShown();
 }
 
@@ -232,11 +246,13 @@ void MenuPanel::changeEvent(QEvent* event)
     QFrame::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange)
         tellWhetherShown();
+    if (event->type() != QEvent::ActivationChange)
+        return;
     // A help popover belongs to the panel, whatever the system makes of its focus.
-    const bool left =
-        event->type() == QEvent::ActivationChange && !isActiveWindow() && QApplication::activePopupWidget() == nullptr;
-    if (left && role_ == Role::popup)
-        close();
+    if (isActiveWindow() || QApplication::activePopupWidget() != nullptr)
+        focusLoss_->stop();
+    else if (isVisible())
+        focusLoss_->start();
 }
 
 void MenuPanel::resizeEvent(QResizeEvent*)

@@ -4,6 +4,7 @@
 
 class QScrollArea;
 class QScrollBar;
+class QTimer;
 
 namespace quenchly {
 
@@ -62,6 +63,7 @@ private:
     MenuContentView* view_;
     QScrollArea* scrollArea_;
     QScrollBar* scrollBar_;
+    QTimer* focusLoss_;
     QPoint anchor_;
 };
 

@@ -338,6 +338,27 @@ TEST_F(MenuPanelTest, EscapeClosesThePopoverAndThenThePanel)
     EXPECT_FALSE(panel->isVisible());
 }
 
+TEST_F(MenuPanelTest, AnotherWindowThatTakesTheFocusClosesThePanel)
+{
+    open(calmState);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !panel->isVisible(); }));
+}
+
+TEST_F(MenuPanelTest, AFocusThatComesBackAtOnceLeavesThePanelOpen)
+{
+    open(calmState);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    panel->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel.get()));
+    EXPECT_FALSE(QTest::qWaitFor([this] { return !panel->isVisible(); }, 300));
+}
+
 TEST_F(MenuPanelTest, EachHelpIconOpensItsOwnPopover)
 {
     open(calmState);
