@@ -1,9 +1,9 @@
 # usage: cmake -DFOLDER=... -P standard_cpp_only.cmake
-# Fails where a source of FOLDER includes something else than the C++ library, the two libraries named below and what
+# Fails where a source of FOLDER includes something else than the C++ library, the libraries named below and what
 # FOLDER or a folder below it holds, has lines for one system only, or asks the environment. The C++ library's own
 # headers have neither a dot nor a slash in their names; those of POSIX, Linux and Apple have.
 cmake_minimum_required(VERSION 3.25)
-set(libraries nlohmann/json.hpp utf8proc.h)
+set(libraries nlohmann/json.hpp nlohmann/json_fwd.hpp utf8proc.h)
 set(below ${CMAKE_CURRENT_LIST_DIR}/../../os ${CMAKE_CURRENT_LIST_DIR}/../../contract)
 set(files_and_threads fstream thread future mutex condition_variable atomic semaphore latch barrier stop_token)
 
