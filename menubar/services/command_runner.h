@@ -35,7 +35,8 @@ struct CLIRunner {
     std::uint16_t dashboardPort = CheckerContract::dashboardPort;
 
     /// Where the tool is: shipped beside this program, in a development tree around the current directory, or on the
-    /// search path, in this order. Starts no process.
+    /// search path, in this order. Near the current directory only what no other user can change counts. Starts no
+    /// process.
     static std::optional<std::filesystem::path> locate(const System& system);
 
     /// The runner of the tool that `locate` finds, if it finds one.

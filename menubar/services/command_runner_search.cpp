@@ -6,6 +6,7 @@
 #include "checker_contract.h"
 #include "command_runner.h"
 #include "executable_file.h"
+#include "trusted_path.h"
 #include "working_copy.h"
 
 namespace quenchly {
@@ -15,13 +16,15 @@ namespace fs = std::filesystem;
 
 std::optional<fs::path> findInDevelopmentTree(const fs::path& currentDirectory)
 {
-    const auto script = [](const fs::path& directory) { return directory / "dist/quenchly.mjs"; };
-    const auto tree =
-        nearestDirectory(currentDirectory, [&](const fs::path& d) { return isExecutableFile(script(d)); });
-    return tree ? std::optional(script(*tree)) : std::nullopt;
+    const fs::path script = "dist/quenchly.mjs";
+    const auto tree = nearestDirectory(currentDirectory, [&script](const fs::path& directory) {
+        return isExecutableFile(directory / script) && onlyUserCanChange(directory, script);
+    });
+    return tree ? std::optional(*tree / script) : std::nullopt;
 }
 
-/// The first hit among the folders of PATH, as the shell would find it; an empty one is the current directory.
+/// The first hit among the folders of PATH, as the shell would find it; an empty one is the current directory. What
+/// lies near that has to be safe from other users.
 std::optional<fs::path> findOnPath(const System& system)
 {
     const auto variable = system.environment.find("PATH");
@@ -30,9 +33,11 @@ std::optional<fs::path> findOnPath(const System& system)
     std::string_view rest = variable->second;
     while (true) {
         const auto colon = rest.find(':');
-        fs::path tool = system.currentDirectory / rest.substr(0, colon) / CheckerContract::toolName;
-        if (isExecutableFile(tool))
-            return tool;
+        const fs::path entry = rest.substr(0, colon);
+        const fs::path folder = system.currentDirectory / entry;
+        if (isExecutableFile(folder / CheckerContract::toolName) &&
+            (entry.is_absolute() || onlyUserCanChange(folder, CheckerContract::toolName)))
+            return folder / CheckerContract::toolName;
         if (colon == std::string_view::npos)
             return std::nullopt;
         rest.remove_prefix(colon + 1);

@@ -1,11 +1,14 @@
 #include "test_files.h"
 
+#include <grp.h>
 #include <pwd.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <exception>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -131,6 +134,27 @@ OrdinaryUser::~OrdinaryUser()
 bool OrdinaryUser::inForce() const noexcept
 {
     return geteuid() != 0;
+}
+
+std::optional<uid_t> anotherUser()
+{
+    const passwd* nobody = geteuid() == 0 ? getpwnam("nobody") : nullptr;
+    return nobody != nullptr ? std::optional(nobody->pw_uid) : std::nullopt;
+}
+
+bool runAsAnotherUser(uid_t user, const std::function<bool()>& task)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        bool done = false;
+        try {
+            done = setgroups(0, nullptr) == 0 && setgid(static_cast<gid_t>(user)) == 0 && setuid(user) == 0 && task();
+        } catch (const std::exception&) {
+        }
+        _exit(done ? 0 : 1);
+    }
+    int status = -1;
+    return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 }  // namespace testing

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -64,6 +66,12 @@ public:
 private:
     uid_t before_;
 };
+
+/// The user "nobody" where this process is root's and may act as another; else none.
+std::optional<uid_t> anotherUser();
+
+/// Runs the task in a child process of that user. False when the task said so or threw.
+bool runAsAnotherUser(uid_t user, const std::function<bool()>& task);
 
 }  // namespace testing
 }  // namespace quenchly

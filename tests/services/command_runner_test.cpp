@@ -61,6 +61,55 @@ TEST_F(LocateTest, ADevelopmentTreeSixLevelsUpIsFoundAndSevenAreTooMany)
     EXPECT_EQ(CLIRunner::locate(system), std::nullopt);
 }
 
+TEST_F(LocateTest, AWorkingCopyThatOthersMayChangeIsPassedOver)
+{
+    const fs::path outer = makeTool("work/dist/quenchly.mjs");
+    const fs::path inner = makeTool("work/copy/dist/quenchly.mjs");
+    system.currentDirectory = world.scratch.makeFolder("work/copy/below");
+    EXPECT_EQ(CLIRunner::locate(system), inner);
+    for (const fs::path& part : {inner, inner.parent_path(), world.scratch / "work/copy"}) {
+        fs::permissions(part, fs::perms::others_write, fs::perm_options::add);
+        EXPECT_EQ(CLIRunner::locate(system), outer) << part;
+        fs::permissions(part, fs::perms::others_write, fs::perm_options::remove);
+    }
+    EXPECT_EQ(CLIRunner::locate(system), inner);
+}
+
+TEST_F(LocateTest, AStrangersScriptInASharedFolderIsPassedOver)
+{
+    const auto stranger = testing::anotherUser();
+    if (!stranger)
+        GTEST_SKIP() << "only root can act as another user";
+    const fs::path ours = makeTool("bin/quenchly");
+    system.environment["PATH"] = world.scratch / "bin";
+    const fs::path shared = world.scratch.makeFolder("shared");
+    fs::permissions(shared, fs::perms::all | fs::perms::sticky_bit);
+    system.currentDirectory = world.scratch.makeFolder("shared/ours");
+    ASSERT_TRUE(testing::runAsAnotherUser(*stranger, [&] { return !makeTool("shared/dist/quenchly.mjs").empty(); }));
+    ASSERT_TRUE(fs::exists(shared / "dist/quenchly.mjs"));
+    fs::permissions(shared / "dist/quenchly.mjs", fs::perms(0755));
+    fs::permissions(shared / "dist", fs::perms(0755));
+    EXPECT_EQ(CLIRunner::locate(system), ours);
+    ASSERT_TRUE(testing::runAsAnotherUser(*stranger, [&] {
+        fs::remove(shared / "dist/quenchly.mjs");
+        fs::create_symlink(ours, shared / "dist/quenchly.mjs");
+        return true;
+    }));
+    EXPECT_EQ(CLIRunner::locate(system), ours) << "not by way of a link that a stranger can turn";
+    EXPECT_NE(CLIRunner::locate(system), shared / "dist/quenchly.mjs");
+}
+
+TEST_F(LocateTest, AFolderOfTheSearchPathNearTheCurrentDirectoryMustBeSafeToo)
+{
+    const fs::path tool = makeTool("work/near/quenchly");
+    system.environment["PATH"] = "near";
+    EXPECT_EQ(CLIRunner::locate(system), tool);
+    fs::permissions(tool.parent_path(), fs::perms::group_write, fs::perm_options::add);
+    EXPECT_EQ(CLIRunner::locate(system), std::nullopt);
+    system.environment["PATH"] = tool.parent_path();
+    EXPECT_EQ(CLIRunner::locate(system), tool) << "whoever names a folder in full means it";
+}
+
 TEST_F(LocateTest, AScriptWithoutExecutePermissionIsNotFound)
 {
     world.scratch.write("work/dist/quenchly.mjs", "#!/usr/bin/env node\n");

@@ -156,6 +156,43 @@ TEST_F(StateFolder, AStateFolderWithoutAStateFileIsPassedOver)
     EXPECT_EQ(devRepoStateDir(scratch / "copy/1"), scratch / "copy/state");
 }
 
+TEST_F(StateFolder, AWorkingCopyThatOthersMayChangeIsPassedOver)
+{
+    placeState("outer");
+    placeState("outer/copy");
+    for (const char* part : {"outer/copy/state/heat-state.json", "outer/copy/state", "outer/copy"}) {
+        fs::permissions(scratch / part, fs::perms::others_write, fs::perm_options::add);
+        EXPECT_EQ(devRepoStateDir(scratch / "outer/copy"), scratch / "outer/state") << part;
+        fs::permissions(scratch / part, fs::perms::others_write, fs::perm_options::remove);
+    }
+    EXPECT_EQ(devRepoStateDir(scratch / "outer/copy"), scratch / "outer/copy/state");
+}
+
+TEST_F(StateFolder, AStrangersStateInASharedFolderIsPassedOver)
+{
+    const auto stranger = testing::anotherUser();
+    if (!stranger)
+        GTEST_SKIP() << "only root can act as another user";
+    fs::permissions(scratch.makeFolder("shared"), fs::perms::all | fs::perms::sticky_bit);
+    cwd = scratch.makeFolder("shared/ours");
+    ASSERT_TRUE(testing::runAsAnotherUser(*stranger, [&] {
+        placeState("shared");
+        return true;
+    }));
+    ASSERT_TRUE(fs::exists(scratch / "shared/state/heat-state.json"));
+    expectChosen(resolve(), standard);
+}
+
+TEST_F(StateFolder, OnlyTheFolderNearTheCurrentDirectoryHasToBeSafe)
+{
+    for (const fs::path& dataHome : {fs::path("env"), standard}) {
+        placeState(dataHome);
+        fs::permissions(scratch / dataHome / "state", fs::perms::all);
+        expectChosen(resolve({{"QUENCHLY_HOME", path("env")}}), dataHome);
+        fs::remove_all(scratch / dataHome);
+    }
+}
+
 TEST_F(StateFolder, TheWalkEndsAtTheRoot)
 {
     for (const char* from : {"/", "/absent", ""})

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "checker_contract.h"
+#include "trusted_path.h"
 #include "working_copy.h"
 
 namespace quenchly::StateFileResolver {
@@ -60,8 +61,9 @@ Resolution resolve(const Surroundings& surroundings)
 
 std::optional<fs::path> devRepoStateDir(const fs::path& currentDirectory)
 {
-    const auto copy =
-        nearestDirectory(currentDirectory, [](const fs::path& d) { return holdsHeatState(d / stateFolder); });
+    const auto copy = nearestDirectory(currentDirectory, [](const fs::path& d) {
+        return holdsHeatState(d / stateFolder) && onlyUserCanChange(d, fs::path(stateFolder) / heatStateFile);
+    });
     return copy ? std::optional(*copy / stateFolder) : std::nullopt;
 }
 

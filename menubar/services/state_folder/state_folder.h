@@ -23,7 +23,8 @@ struct Resolution {
 /// copy around the current directory. The default when there is none. Never fails.
 Resolution resolve(const Surroundings& surroundings);
 
-/// The nearest "state" folder with a heat state file in the given directory or its six nearest ancestors.
+/// The nearest "state" folder with a heat state file in the given directory or its six nearest ancestors. One that
+/// another user could change is passed over.
 std::optional<std::filesystem::path> devRepoStateDir(const std::filesystem::path& currentDirectory);
 
 }  // namespace quenchly::StateFileResolver
