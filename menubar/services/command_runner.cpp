@@ -67,10 +67,16 @@ bool CLIRunner::run(const ToolRun& args) const
     return child && startDetached(*child);
 }
 
-bool CLIRunner::runWaiting(const ToolRun& args) const
+std::optional<pid_t> CLIRunner::start(const ToolRun& args) const
 {
     const auto child = childOf(*this, args);
-    return child && runToEnd(*child) == 0;
+    return child ? quenchly::start(*child) : std::nullopt;
+}
+
+bool CLIRunner::runWaiting(const ToolRun& args) const
+{
+    const auto process = start(args);
+    return process && exitStatusOf(*process) == 0;
 }
 
 }  // namespace quenchly

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -53,6 +55,9 @@ struct CLIRunner {
 
     /// None for a script without a Node runtime.
     std::optional<Invocation> processInvocation(const ToolRun& args) const;
+
+    /// Starts the tool, whose end the caller waits for with `exitStatusOf`. None when it could not be started.
+    std::optional<pid_t> start(const ToolRun& args) const;
 
     /// Starts the tool and leaves it running, beyond the end of this program. False when it could not be started.
     bool run(const ToolRun& args) const;

@@ -1,10 +1,12 @@
 #include <QFutureWatcher>
 #include <QPointer>
 #include <QPromise>
+#include <ranges>
 #include <system_error>
 #include <thread>
 #include <utility>
 
+#include "child_process.h"
 #include "command_runner.h"
 #include "dashboard.h"
 #include "state_watcher.h"
@@ -41,22 +43,26 @@ void StateWatcher::acknowledgeAllVisibleQuarantine()
         startTool(&StateWatcher::ackBusy_, std::move(runs));
 }
 
-// The thread is neither owned nor waited for, so that quitting never waits for a tool, and works on copies alone: the
-// watcher may be gone when the tool ends. A promise whose thread cannot be started counts as ended.
+// The first run has begun when this returns, so that quitting at once does not lose it. The thread that waits for its
+// end is neither owned nor waited for, so that quitting never waits for a tool, and works on copies alone: the watcher
+// may be gone when the tool ends. A promise whose thread cannot be started counts as ended.
 void StateWatcher::startTool(bool StateWatcher::*busy, std::vector<ToolRun> runs)
 {
     auto runner = this->*busy ? std::nullopt : CLIRunner::find(dataHome_, system_);
     if (!runner)
         return;
     this->*busy = true;
+    const std::optional<pid_t> first = runner->start(runs.front());
     QPromise<void> tool;
     tool.start();
     auto* ended = new QFutureWatcher<void>(this);
     connect(ended, &QFutureWatcher<void>::finished, this, [this, ended, busy] { finishTool(ended, busy); });
     ended->setFuture(tool.future());
     try {
-        std::thread([runner = std::move(*runner), runs = std::move(runs), tool = std::move(tool)]() mutable {
-            for (const ToolRun& run : runs)
+        std::thread([first, runner = std::move(*runner), runs = std::move(runs), tool = std::move(tool)]() mutable {
+            if (first)
+                exitStatusOf(*first);
+            for (const ToolRun& run : runs | std::views::drop(1))
                 runner.runWaiting(run);
             tool.finish();
         }).detach();

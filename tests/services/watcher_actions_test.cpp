@@ -274,6 +274,24 @@ TEST_F(WatcherActionsTest, TheApplicationQuitsWhileItsToolFinishesTheWork)
     EXPECT_EQ(tool.runs(), (Runs{{"disable"}}));
 }
 
+TEST_F(WatcherActionsTest, QuittingRightAfterAnActionDoesNotLoseIt)
+{
+    world.scratch.makeLink("bin/quenchly", testing::RecordedTool::program());
+    auto environment = tool.environment();
+    environment.merge(std::map<std::string, std::string>{
+        {"PATH", world.scratch / "bin"}, {"QT_QPA_PLATFORM", "offscreen"}, {"QUENCHLY_HOME", world.dataHome()}});
+    environment.merge(makeSystem(world.home()).environment);
+    constexpr std::size_t rounds = 5;
+    for (std::size_t round = 1; round <= rounds; ++round) {
+        EXPECT_EQ(runToEnd({.executable = QUITTING_APPLICATION_PATH,
+                            .arguments = {world.home(), "at-once"},
+                            .environment = environment}),
+                  0);
+        EXPECT_TRUE(eventually([&] { return tool.runs().size() == round; }));
+    }
+    EXPECT_TRUE(eventually([&] { return tool.events().size() == 2 * rounds; })) << "each ends by itself";
+}
+
 TEST_F(WatcherActionsTest, TheStandInCheckerSwitchesProtectionOffAndOn)
 {
     world.scratch.makeLink("program/quenchly", QUENCHLY_DEMO_TOOL_PATH);
