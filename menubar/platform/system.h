@@ -15,6 +15,7 @@
 #include "heat_state.h"
 #include "instant.h"
 #include "login_item.h"
+#include "port_owner.h"
 #include "process_table.h"
 #include "running_application.h"
 #include "trash.h"
@@ -62,6 +63,8 @@ struct System {
     std::function<std::optional<std::string>(const std::string& name)> sysctlString;
     /// Opens a web address with the user's default handler; false when that cannot be started. Any thread.
     std::function<bool(const std::string& address)> openAddress;
+    /// Who listens on a port of this machine. Any thread.
+    std::function<PortOwner(std::uint16_t port)> portOwner;
     /// Writes one line to the system log. Any thread.
     std::function<void(const std::string& line)> log;
 };

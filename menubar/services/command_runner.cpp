@@ -38,6 +38,8 @@ std::optional<CLIRunner> CLIRunner::find(const std::filesystem::path& dataHome, 
                      .homeFolder = system.homeFolder,
                      .inheritedEnvironment = system.environment,
                      .openAddress = system.openAddress,
+                     .portOwner = system.portOwner,
+                     .log = system.log,
                      .dashboardPort = system.dashboardPort};
 }
 

@@ -34,6 +34,8 @@ struct CLIRunner {
     std::filesystem::path homeFolder;
     std::map<std::string, std::string> inheritedEnvironment;
     std::function<bool(const std::string& address)> openAddress;
+    std::function<PortOwner(std::uint16_t port)> portOwner;
+    std::function<void(const std::string& line)> log;
     std::uint16_t dashboardPort = CheckerContract::dashboardPort;
 
     /// Where the tool is: shipped beside this program, in a development tree around the current directory, or on the
@@ -70,7 +72,8 @@ struct CLIRunner {
     static bool dashboardLooksHealthy(std::uint16_t port);
 
     /// Opens the dashboard in the browser, after starting it if none answers. Blocks for up to ten seconds; false when
-    /// none answered within eight seconds of starting it. Threads as for `dashboardAnswers`.
+    /// none answered within eight seconds of starting it, or when the one that answers is another user's, which is
+    /// logged. Threads as for `dashboardAnswers`.
     bool openDashboard() const;
 };
 

@@ -46,6 +46,11 @@ std::string dashboardAddress(std::uint16_t port)
     return "http://127.0.0.1:" + std::to_string(port);
 }
 
+std::string strangersDashboard(std::uint16_t port)
+{
+    return "Quenchly: the dashboard is not opened, as another user's program listens on port " + std::to_string(port);
+}
+
 bool dashboardAnswers(std::uint16_t port)
 {
     QNetworkAccessManager network;

@@ -74,8 +74,8 @@ public:
     /// Opens the dashboard in the background; nothing happens while an earlier call is still at it.
     void startLiveData();
     /// The same on the calling thread, never the interface thread: blocks for up to ten seconds. False when no
-    /// dashboard answered or there is no tool; without a tool its address is opened all the same. Not used by the
-    /// application itself.
+    /// dashboard answered or there is no tool; without a tool its address is opened all the same. Another user's page
+    /// is never opened, which is logged. Not used by the application itself.
     bool runLiveData() const;
 
     /// Registers or removes the login item; a failure is logged, and the system's own answer is published.

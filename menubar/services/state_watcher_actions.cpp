@@ -99,8 +99,11 @@ std::function<bool()> StateWatcher::liveDataTask() const
 {
     if (auto runner = CLIRunner::find(dataHome_, system_))
         return [runner = std::move(*runner)] { return runner.openDashboard(); };
-    return [open = system_.openAddress, address = dashboardAddress(system_.dashboardPort)] {
-        open(address);
+    return [open = system_.openAddress, owner = system_.portOwner, log = system_.log, port = system_.dashboardPort] {
+        if (owner(port) == PortOwner::anotherUser)
+            log(strangersDashboard(port));
+        else
+            open(dashboardAddress(port));
         return false;
     };
 }

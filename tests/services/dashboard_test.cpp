@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QNetworkProxy>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -273,7 +275,9 @@ protected:
                      .dataHome = world.dataHome(),
                      .homeFolder = world.home(),
                      .inheritedEnvironment = tool.environment(),
-                     .openAddress = world.system().openAddress};
+                     .openAddress = world.system().openAddress,
+                     .portOwner = world.system().portOwner,
+                     .log = world.system().log};
 
     std::vector<std::string> ourAddress() const { return {dashboardAddress(runner.dashboardPort)}; }
 };
@@ -295,6 +299,61 @@ TEST_F(OpenDashboardTest, AHealthyDashboardIsOpenedWithoutStartingAnother)
         return tool.runs().size() == before;
     }));
     EXPECT_EQ(world.opened->all().front(), ourAddress().front());
+}
+
+TEST_F(OpenDashboardTest, AnotherUsersDashboardIsNotOpenedAndTheLogSaysSoOnce)
+{
+    if (!testing::anotherUser())
+        GTEST_SKIP() << "only root can listen as another user";
+    std::unique_ptr<ScriptedServer> server;
+    {
+        const testing::OrdinaryUser stranger;
+        server = std::make_unique<ScriptedServer>([](Connection& connection) {
+            connection.request();
+            connection.send(ScriptedServer::response(ours));
+        });
+    }
+    runner.dashboardPort = server->port();
+    EXPECT_FALSE(runner.openDashboard());
+    EXPECT_TRUE(world.opened->all().empty());
+    EXPECT_EQ(world.log, std::vector<std::string>{strangersDashboard(runner.dashboardPort)});
+}
+
+TEST_F(OpenDashboardTest, OneThatComesWhileOursIsStartedIsNotOpenedEither)
+{
+    const ScriptedServer server([&](Connection& connection) {
+        connection.request();
+        connection.send(ScriptedServer::response(tool.hasEnded() ? ours : "starting"));
+    });
+    runner.dashboardPort = server.port();
+    runner.portOwner = [](std::uint16_t) { return PortOwner::anotherUser; };
+    EXPECT_FALSE(runner.openDashboard());
+    EXPECT_EQ(tool.runs(), std::vector<CLIRunner::Arguments>{{"serve"}});
+    EXPECT_TRUE(world.opened->all().empty());
+    EXPECT_EQ(world.log.size(), 1u);
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild));
+}
+
+TEST_F(OpenDashboardTest, OneThatIsGoneAfterItsAnswerIsNotOpened)
+{
+    const ScriptedServer server = answering(ScriptedServer::response(ours));
+    runner.dashboardPort = server.port();
+    std::atomic<int> looks = 0;
+    runner.portOwner = [&](std::uint16_t) { return ++looks == 1 ? PortOwner::nobody : PortOwner::thisUser; };
+    EXPECT_TRUE(runner.openDashboard());
+    EXPECT_EQ(looks, 2);
+    EXPECT_EQ(world.opened->all(), ourAddress());
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild));
+}
+
+TEST_F(OpenDashboardTest, WhereTheSystemDoesNotTellWhoseItIsItIsOpened)
+{
+    const ScriptedServer server = answering(ScriptedServer::response(ours));
+    runner.dashboardPort = server.port();
+    runner.portOwner = [](std::uint16_t) { return PortOwner::unknown; };
+    EXPECT_TRUE(runner.openDashboard());
+    EXPECT_EQ(world.opened->all(), ourAddress());
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild));
 }
 
 TEST_F(OpenDashboardTest, ADashboardThatAnswersOnceItIsStartedIsOpened)

@@ -96,6 +96,7 @@ System ScriptedSystem::system()
     system.loginItem = loginItem;
     system.userDefaults = defaults;
     system.openAddress = [opened = opened](const std::string& address) { return opened->add(address), true; };
+    system.portOwner = [](std::uint16_t port) { return portOwner(port); };
     system.log = [this](const std::string& line) { log.push_back(line); };
     addDesktop(system);
     return system;

@@ -330,6 +330,16 @@ TEST_F(LiveDataTest, WithoutAToolTheAddressIsOpenedAllTheSame)
     EXPECT_TRUE(eventually([&] { return world.opened->all().size() == 2; }));
 }
 
+TEST_F(LiveDataTest, WithoutAToolAnotherUsersPageIsNotOpened)
+{
+    System system = world.system();
+    system.portOwner = [](std::uint16_t) { return PortOwner::anotherUser; };
+    const StateWatcher watcher(system);
+    EXPECT_FALSE(watcher.runLiveData());
+    EXPECT_TRUE(world.opened->all().empty());
+    EXPECT_EQ(world.log, std::vector<std::string>{strangersDashboard(8280)});
+}
+
 TEST_F(LiveDataTest, AHealthyDashboardIsOpened)
 {
     const ScriptedServer server(answerAsOurs);

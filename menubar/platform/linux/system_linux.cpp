@@ -98,6 +98,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.userDefaults = makeUserDefaults(settings);
     system.runLater = runLater;
     system.sysctlString = systemControl;
+    system.portOwner = [](std::uint16_t port) { return portOwner(port); };
     system.log = writeToSystemLog;
     addDesktop(system);
     if (homeFolder)

@@ -97,6 +97,7 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
         .runLater = runLater,
         .sysctlString = sysctlString,
         .openAddress = openWithDefaultHandler,
+        .portOwner = [](std::uint16_t port) { return portOwner(port); },
         .log = writeToSystemLog,
     };
     if (homeFolder)
