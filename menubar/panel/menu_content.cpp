@@ -24,6 +24,11 @@ bool protectionIsOn(const QuenchStatus& status)
     return !status.managementDisabled;
 }
 
+bool toolCanRun(const MenuSituation& situation)
+{
+    return situation.toolAvailability == ToolAvailability::available;
+}
+
 std::string lockupHelp(const QuenchStatus& status)
 {
     if (!status.agentInstalled)
@@ -151,7 +156,7 @@ std::optional<MenuContent::SetAside> setAside(const MenuSituation& situation)
     if (count >= 2)
         setAside.clearAll = L10n::tf("clear_all_n", {count});
     setAside.clearAllHelp = MenuHelpCopy::clearAllAside();
-    setAside.enabled = !situation.ackBusy;
+    setAside.enabled = toolCanRun(situation) && !situation.ackBusy;
     setAside.footnote = L10n::t("only_listed_ai");
     return setAside;
 }
@@ -197,7 +202,7 @@ std::vector<MenuContent::Row> toolRows(const MenuSituation& situation)
                         .label = L10n::t("unload_listed_ai"),
                         .help = MenuHelpCopy::unloadListedAI()});
     for (MenuContent::Row& row : rows)
-        row.enabled = situation.cliAvailable && !situation.protectBusy;
+        row.enabled = toolCanRun(situation) && !situation.protectBusy;
     return rows;
 }
 

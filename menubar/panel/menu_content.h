@@ -10,6 +10,7 @@
 #include "metrics_meters.h"
 #include "quench_status.h"
 #include "target_scanner.h"
+#include "tool_availability.h"
 
 namespace quenchly {
 
@@ -127,7 +128,7 @@ struct MenuContent {
 struct MenuSituation {
     std::reference_wrapper<const QuenchStatus> status;
     std::reference_wrapper<const std::vector<TargetRow>> targetRows;
-    bool cliAvailable = false;
+    ToolAvailability toolAvailability = ToolAvailability::toolNotFound;
     bool protectBusy = false;
     bool ackBusy = false;
     bool checkInFlight = false;

@@ -45,7 +45,7 @@ MenuContent PanelController::content() const
 {
     return menuContent({.status = watcher_.status(),
                         .targetRows = targetRows_,
-                        .cliAvailable = watcher_.cliAvailable(),
+                        .toolAvailability = watcher_.toolAvailability(),
                         .protectBusy = watcher_.protectBusy(),
                         .ackBusy = watcher_.ackBusy(),
                         .checkInFlight = watcher_.checkInFlight(),

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "alert.h"
 #include "bundle_info.h"
@@ -34,6 +35,8 @@ struct System {
     std::filesystem::path executableFolder;
     std::filesystem::path launchAgentsFolder;
     std::map<std::string, std::string> environment;
+    /// Where this system itself may have a Node runtime, the best place first.
+    std::vector<std::filesystem::path> nodeRuntimes;
     /// What a person puts into the Trash to be rid of this program: the bundle, the AppImage or the executable.
     std::filesystem::path applicationItem;
     /// A program without a bundle tells its version and nothing else.

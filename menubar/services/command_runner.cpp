@@ -4,9 +4,13 @@
 #include <iterator>
 
 #include "detached_process.h"
+#include "executable_file.h"
+#include "script_interpreter.h"
 
 namespace quenchly {
 namespace {
+
+namespace fs = std::filesystem;
 
 /// The tool's own folder first, so that a script finds the runtime shipped with it.
 std::string searchPath(const CLIRunner& runner)
@@ -15,6 +19,11 @@ std::string searchPath(const CLIRunner& runner)
     for (const std::filesystem::path& folder : nvmProgramFolders(runner.homeFolder))
         path += ":" + folder.string();
     return path + ":/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin";
+}
+
+bool canRunByItself(const fs::path& script, const ScriptInterpreter& interpreter)
+{
+    return interpreter.program.is_absolute() && isExecutableFile(interpreter.program) && isExecutableFile(script);
 }
 
 std::optional<ChildProcess> childOf(const CLIRunner& runner, const ToolRun& args)
@@ -36,6 +45,7 @@ std::optional<CLIRunner> CLIRunner::find(const std::filesystem::path& dataHome, 
     return CLIRunner{.cli = *tool,
                      .dataHome = dataHome,
                      .homeFolder = system.homeFolder,
+                     .systemNodes = system.nodeRuntimes,
                      .inheritedEnvironment = system.environment,
                      .openAddress = system.openAddress,
                      .portOwner = system.portOwner,
@@ -51,14 +61,31 @@ std::map<std::string, std::string> CLIRunner::environment() const
     return variables;
 }
 
-std::optional<CLIRunner::Invocation> CLIRunner::processInvocation(const ToolRun& args) const
+std::optional<fs::path> CLIRunner::program() const
 {
     if (!isScriptCLI(cli))
-        return Invocation{.executable = cli, .arguments = args.arguments()};
-    const auto node = locateNode({.nearCLI = cli, .homeFolder = homeFolder});
-    if (!node)
+        return cli;
+    const ScriptInterpreter interpreter = scriptInterpreter(cli);
+    if (interpreter.isNode())
+        return locateNode({.nearCLI = cli, .homeFolder = homeFolder, .systemNodes = systemNodes});
+    return canRunByItself(cli, interpreter) ? std::optional(cli) : std::nullopt;
+}
+
+ToolAvailability CLIRunner::availability() const
+{
+    if (program())
+        return ToolAvailability::available;
+    return scriptInterpreter(cli).isNode() ? ToolAvailability::interpreterNotFound : ToolAvailability::toolNotFound;
+}
+
+std::optional<CLIRunner::Invocation> CLIRunner::processInvocation(const ToolRun& args) const
+{
+    const auto executable = program();
+    if (!executable)
         return std::nullopt;
-    Invocation invocation{.executable = *node, .arguments = {cli}};
+    Invocation invocation{.executable = *executable, .arguments = {}};
+    if (*executable != cli)
+        invocation.arguments.push_back(cli);
     std::ranges::move(args.arguments(), std::back_inserter(invocation.arguments));
     return invocation;
 }

@@ -12,6 +12,7 @@
 
 #include "node_runtimes.h"
 #include "system.h"
+#include "tool_availability.h"
 #include "tool_command.h"
 
 namespace quenchly {
@@ -29,9 +30,10 @@ struct CLIRunner {
         bool operator==(const Invocation&) const = default;
     };
 
-    std::filesystem::path cli;  ///< a native program or a Node script
+    std::filesystem::path cli;  ///< a native program, a Node script, or a script with another interpreter
     std::filesystem::path dataHome;
     std::filesystem::path homeFolder;
+    std::vector<std::filesystem::path> systemNodes;  ///< see System
     std::map<std::string, std::string> inheritedEnvironment;
     std::function<bool(const std::string& address)> openAddress;
     std::function<PortOwner(std::uint16_t port)> portOwner;
@@ -55,7 +57,14 @@ struct CLIRunner {
     /// The child's environment. Its PATH names the versions of nvm in the order of `nvmProgramFolders`.
     std::map<std::string, std::string> environment() const;
 
-    /// None for a script without a Node runtime.
+    /// The program that is started: the tool itself, also where it is a script whose first line names another
+    /// interpreter than Node; else a Node runtime. None when there is none.
+    std::optional<std::filesystem::path> program() const;
+
+    /// Why `program` is none, if it is.
+    ToolAvailability availability() const;
+
+    /// None when `program` is none.
     std::optional<Invocation> processInvocation(const ToolRun& args) const;
 
     /// Starts the tool, whose end the caller waits for with `exitStatusOf`. None when it could not be started.

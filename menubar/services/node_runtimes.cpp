@@ -33,6 +33,7 @@ std::vector<fs::path> nodeCandidates(const NodeSearch& search)
     for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder)
         candidates.push_back(*folder / "node");
     candidates.push_back(search.homeFolder / "local/node24/bin/node");
+    candidates.insert(candidates.end(), search.systemNodes.begin(), search.systemNodes.end());
     return candidates;
 }
 

@@ -12,9 +12,11 @@ std::vector<std::filesystem::path> nvmProgramFolders(const std::filesystem::path
 struct NodeSearch {
     std::filesystem::path nearCLI;  ///< the script that is to be run
     std::filesystem::path homeFolder;
+    std::vector<std::filesystem::path> systemNodes;  ///< see System
 };
 
-/// Where a Node runtime may be, the best place first: beside the script, in the usual places, in the home folder.
+/// Where a Node runtime may be, the best place first: beside the script, in the usual places, in the home folder, where
+/// this system has it.
 /// Versions of nvm come from the last by plain text order, v9 before v22.
 std::vector<std::filesystem::path> nodeCandidates(const NodeSearch& search);
 

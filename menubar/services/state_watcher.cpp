@@ -4,8 +4,6 @@
 #include <utility>
 
 #include "chip_facts.h"
-#include "command_runner.h"
-#include "executable_file.h"
 #include "json_object.h"
 #include "login_at_launch.h"
 #include "menu_bar_icon.h"
@@ -95,10 +93,7 @@ void StateWatcher::updateIcon()
 
 void StateWatcher::refreshCliAvailability()
 {
-    // As long as one is there, the places before it need no look.
-    if (!tool_ || !isExecutableFile(*tool_))
-        tool_ = CLIRunner::locate(system_);
-    cliAvailable_ = tool_.has_value();
+    tool_.refresh(system_);
 }
 
 void StateWatcher::refreshWorkSavedOn()

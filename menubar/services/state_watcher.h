@@ -16,6 +16,7 @@
 #include "quench_status.h"
 #include "system.h"
 #include "tool_command.h"
+#include "tool_presence.h"
 #include "watched_file.h"
 
 namespace quenchly {
@@ -35,7 +36,9 @@ public:
     /// The menu bar glyph at every scale; made anew only when the tint changes.
     const std::vector<QImage>& iconImage() const { return iconImage_; }
     const std::filesystem::path& dataHome() const { return dataHome_; }
-    bool cliAvailable() const { return cliAvailable_; }
+    /// Whether there is a tool; `toolAvailability` tells whether it can be run too.
+    bool cliAvailable() const { return tool_.isFound(); }
+    ToolAvailability toolAvailability() const { return tool_.availability(); }
     bool protectBusy() const { return protectBusy_; }
     bool ackBusy() const { return ackBusy_; }
     bool checkInFlight() const { return checkInFlight_; }
@@ -134,12 +137,11 @@ private:
     std::filesystem::path dataHome_;
     WatchedFile modeFile_;
     WatchedFile throttleFile_;
-    std::optional<std::filesystem::path> tool_;  ///< as it was last found
+    ToolPresence tool_;
     std::string chipLabel_;
     QuenchStatus status_;
     std::vector<QImage> iconImage_;
     std::optional<QuenchBarTint> lastIconTint_;
-    bool cliAvailable_ = false;
     bool protectBusy_ = false;
     bool ackBusy_ = false;
     bool checkInFlight_ = false;

@@ -141,7 +141,8 @@ TEST_F(MenuContentTest, TheRemainingActionsAreAlwaysThere)
         enabledRow(MenuAction::quit, "Quit Quenchly", "", "help_quit"),
     };
     for (const bool setUp : {true, false}) {
-        status.agentInstalled = situation.updaterConfigured = situation.cliAvailable = setUp;
+        status.agentInstalled = situation.updaterConfigured = setUp;
+        situation.toolAvailability = setUp ? ToolAvailability::available : ToolAvailability::toolNotFound;
         for (const Row& expected : always)
             EXPECT_EQ(row(content(), expected.action), expected);
     }
@@ -150,19 +151,21 @@ TEST_F(MenuContentTest, TheRemainingActionsAreAlwaysThere)
 TEST_F(MenuContentTest, OnlyTheRowsThatNeedTheToolWaitForIt)
 {
     using enum MenuAction;
+    using enum ToolAvailability;
     const std::set<MenuAction> needTheTool{installAgent, protectOn, protectOff, unloadListed};
     status.memoryReliefTip = "Unload something.";
     for (const bool installed : {true, false}) {
-        for (const bool available : {true, false}) {
+        for (const auto tool : {available, toolNotFound, interpreterNotFound}) {
             for (const bool busy : {true, false}) {
                 status.agentInstalled = installed;
-                situation.cliAvailable = available;
+                situation.toolAvailability = tool;
                 situation.protectBusy = busy;
                 const MenuContent shown = content();
                 EXPECT_EQ(shown.actions[0].size(), 2u) << "disabled, not hidden";
                 for (const std::vector<Row>& group : shown.actions)
                     for (const Row& row : group)
-                        EXPECT_EQ(row.enabled, !needTheTool.contains(row.action) || (available && !busy)) << row.label;
+                        EXPECT_EQ(row.enabled, !needTheTool.contains(row.action) || (tool == available && !busy))
+                            << row.label;
             }
         }
     }

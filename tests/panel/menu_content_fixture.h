@@ -55,7 +55,7 @@ protected:
     std::vector<TargetRow> targetRows = idleTargets();
     MenuSituation situation{.status = status,
                             .targetRows = targetRows,
-                            .cliAvailable = true,
+                            .toolAvailability = ToolAvailability::available,
                             .updaterConfigured = true,
                             .version = "1.4.2",
                             .now = noon};

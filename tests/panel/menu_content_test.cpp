@@ -389,11 +389,22 @@ TEST_F(MenuContentTest, AChangeOfProtectionDoesNotDisableAcknowledging)
 {
     status.quarantine = {setAsideProcess("1")};
     situation.protectBusy = true;
-    situation.cliAvailable = false;
     const auto setAside = content().setAside;
     ASSERT_TRUE(setAside);
     EXPECT_TRUE(setAside->enabled);
     EXPECT_EQ(setAside->acknowledge, "Acknowledge");
+}
+
+TEST_F(MenuContentTest, AcknowledgingIsDisabledWhereTheToolCannotRun)
+{
+    status.quarantine = {setAsideProcess("1")};
+    for (const auto tool : {ToolAvailability::toolNotFound, ToolAvailability::interpreterNotFound}) {
+        situation.toolAvailability = tool;
+        const auto setAside = content().setAside;
+        ASSERT_TRUE(setAside);
+        EXPECT_FALSE(setAside->enabled);
+        EXPECT_EQ(setAside->acknowledge, "Acknowledge");
+    }
 }
 
 TEST_F(MenuContentTest, AnEntryIsCalledByItsProgramOrItsAgent)

@@ -289,6 +289,13 @@ TEST(RealSystemTest, TellsItsVersionAndItsExecutableAndIsNotConfiguredForUpdates
     EXPECT_EQ(system.sysctlString("hw.other"), std::nullopt);
 }
 
+TEST(RealSystemTest, NodeIsTheSystemsOwnOrAnyOnTheSearchPathThatIsNamedInFull)
+{
+    const Variable path("PATH", "/opt/node/bin::bin:.:/home/someone/bin");
+    const std::vector<fs::path> expected{"/usr/bin/node", "/opt/node/bin/node", "/home/someone/bin/node"};
+    EXPECT_EQ(makeSystem().nodeRuntimes, expected);
+}
+
 TEST(RealSystemTest, OnAnotherHomeFolderLaunchdAndTheProgramAreLeftAlone)
 {
     const testing::ScratchFolder scratch;

@@ -156,12 +156,14 @@ TEST_F(LocateTest, TheRunnerOfAFoundToolCarriesWhatItNeeds)
     EXPECT_FALSE(CLIRunner::find(world.dataHome(), system));
     const fs::path shipped = makeTool("program/quenchly");
     system.environment["NAME"] = "value";
+    system.nodeRuntimes = {"/usr/bin/node"};
     const auto runner = CLIRunner::find(world.dataHome(), system);
     ASSERT_TRUE(runner);
     EXPECT_EQ(runner->cli, shipped);
     EXPECT_EQ(runner->dataHome, world.dataHome());
     EXPECT_EQ(runner->homeFolder, world.home());
     EXPECT_EQ(runner->inheritedEnvironment, system.environment);
+    EXPECT_EQ(runner->systemNodes, system.nodeRuntimes);
     EXPECT_EQ(runner->dashboardPort, 8280);
 }
 
@@ -200,8 +202,13 @@ TEST_F(LocateTest, ANodeRuntimeIsLookedForInThisOrder)
                                          nvm / "v9.11.2/bin/node",
                                          nvm / "v20.11.1/bin/node",
                                          nvm / "v18.20.0/bin/node",
-                                         world.home() / "local/node24/bin/node"};
-    EXPECT_EQ(nodeCandidates({.nearCLI = "/tools/quenchly", .homeFolder = world.home()}), expected);
+                                         world.home() / "local/node24/bin/node",
+                                         "/usr/bin/node",
+                                         "/opt/node/bin/node"};
+    EXPECT_EQ(nodeCandidates({.nearCLI = "/tools/quenchly",
+                              .homeFolder = world.home(),
+                              .systemNodes = {"/usr/bin/node", "/opt/node/bin/node"}}),
+              expected);
 }
 
 class NodeTest : public LocateTest {
@@ -241,6 +248,19 @@ TEST_F(NodeTest, AnUnusableRuntimeIsPassedOver)
     world.scratch.makeFolder(".nvm/versions/node/v9.11.2/bin/node");
     world.scratch.write(".nvm/versions/node/zzz", "not a folder");
     EXPECT_EQ(node(), older);
+}
+
+TEST_F(NodeTest, TheSystemsOwnRuntimesComeLast)
+{
+    const fs::path ofSystem = makeTool("bin/node");
+    const std::vector<fs::path> systemNodes{world.scratch / "missing/node", ofSystem};
+    const auto found = [&] {
+        return CLIRunner::locateNode(
+            {.nearCLI = world.scratch / "tool/quenchly", .homeFolder = world.home(), .systemNodes = systemNodes});
+    };
+    EXPECT_EQ(found(), ofSystem);
+    const fs::path given = makeTool("local/node24/bin/node");
+    EXPECT_EQ(found(), given);
 }
 
 class RunnerTest : public LocateTest {
@@ -283,18 +303,56 @@ TEST_F(RunnerTest, ANativeToolIsRunAsItIs)
 
 TEST_F(RunnerTest, AScriptIsRunThroughNodeWhateverItsName)
 {
-    runner.cli = makeTool("tool/quenchly");
     const fs::path node = makeTool("tool/node");
-    const CLIRunner::Invocation expected{.executable = node, .arguments = {runner.cli, "quarantine", "ack", "id"}};
-    EXPECT_EQ(runner.processInvocation({ToolCommand::acknowledge, "id"}), expected);
+    for (const char* line : {"#!/usr/bin/env node\n", "#!/usr/bin/node\r\n", "#! /opt/bin/nodejs --flag\n", "#!",
+                             "#!\n", "#!/usr/bin/env -S node --flag", "#!/usr/bin/env -i NAME=value\tnode"}) {
+        runner.cli = world.scratch.write("tool/quenchly", line);
+        const CLIRunner::Invocation expected{.executable = node, .arguments = {runner.cli, "quarantine", "ack", "id"}};
+        EXPECT_EQ(runner.processInvocation({ToolCommand::acknowledge, "id"}), expected) << line;
+    }
+}
+
+TEST_F(RunnerTest, AScriptWithAnotherInterpreterIsRunByItsOwnLine)
+{
+    makeTool("tool/node");
+    for (const char* line :
+         {"#!/bin/sh\n", "#! /bin/sh -e", "#!/usr/bin/env python3\n", "#!/usr/bin/env -S node.sh\n"}) {
+        runner.cli = makeTool("tool/quenchly");
+        world.scratch.write("tool/quenchly", line);
+        EXPECT_EQ(runner.processInvocation(ToolCommand::enable),
+                  (CLIRunner::Invocation{.executable = runner.cli, .arguments = {"enable"}}))
+            << line;
+        EXPECT_EQ(runner.availability(), ToolAvailability::available) << line;
+    }
+    world.scratch.write("tool/quenchly", "#!/bin/sh\necho \"$1\" > \"$QUENCHLY_HOME/ran\"\n");
+    runner.dataHome = world.scratch.makeFolder("data");
+    EXPECT_TRUE(runner.runWaiting(ToolCommand::enable));
+    EXPECT_EQ(readFile(world.scratch / "data/ran").bytes, "enable\n");
+}
+
+TEST_F(RunnerTest, AScriptThatItsOwnLineCannotRunIsNoTool)
+{
+    makeTool("tool/node");
+    runner.cli = makeTool("tool/quenchly");
+    fs::permissions(runner.cli, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(runner.processInvocation(ToolCommand::enable), std::nullopt) << "not executable";
+    EXPECT_EQ(runner.availability(), ToolAvailability::toolNotFound);
+    fs::permissions(runner.cli, fs::perms::owner_all);
+    for (const char* line : {"#!/nonexistent/shell\n", "#!bin/sh\n"}) {
+        world.scratch.write("tool/quenchly", line);
+        EXPECT_EQ(runner.processInvocation(ToolCommand::enable), std::nullopt) << line;
+        EXPECT_EQ(runner.availability(), ToolAvailability::toolNotFound) << line;
+    }
 }
 
 class ScriptWithoutNodeTest : public NodeTest {};
 
 TEST_F(ScriptWithoutNodeTest, CannotBeRun)
 {
-    const CLIRunner runner{.cli = makeTool("tool/quenchly"), .homeFolder = world.home()};
+    const CLIRunner runner{.cli = world.scratch.write("tool/quenchly", "#!/usr/bin/env node\n"),
+                           .homeFolder = world.home()};
     EXPECT_EQ(runner.processInvocation(ToolCommand::enable), std::nullopt);
+    EXPECT_EQ(runner.availability(), ToolAvailability::interpreterNotFound);
     EXPECT_FALSE(runner.run(ToolCommand::enable));
     EXPECT_FALSE(runner.runWaiting(ToolCommand::enable));
 }

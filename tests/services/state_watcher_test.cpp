@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <chrono>
 
+#include "executable_file.h"
 #include "menu_bar_icon.h"
 #include "own_process.h"
 #include "patience.h"
@@ -80,8 +81,7 @@ TEST_F(StateWatcherTest, AStateFileThatIsTooLargeKeepsTheLastStatusForAsLongAsIt
     world.writeState("heat-state.json", overloadState);
     StateWatcher watcher(world.system());
     const QuenchStatus before = watcher.status();
-    world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}",
-                              maxFileBytes + 1);
+    world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}", maxFileBytes + 1);
     world.sample = liveMetrics();
     // The second time the file is long at rest and not looked into again.
     for (const auto later : {0h, 24h * 365 * 100, 24h * 365 * 100}) {
@@ -97,8 +97,7 @@ TEST_F(StateWatcherTest, AStateFileThatIsTooLargeKeepsTheLastStatusForAsLongAsIt
 TEST_F(StateWatcherTest, AStateFileThatIsTooLargeFromTheStartShowsTheStatusOfAnEmptyState)
 {
     const StateWatcher missing(world.system());
-    world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}",
-                              maxFileBytes + 1);
+    world.scratch.writeSparse("Library/Application Support/Quenchly/state/heat-state.json", "{}", maxFileBytes + 1);
     world.sample = liveMetrics();
     world.now += 24h * 365 * 100;
     StateWatcher watcher(world.system());
@@ -447,6 +446,38 @@ TEST_F(StateWatcherTest, TheToolIsLookedForOnEveryRefresh)
     std::filesystem::remove(tool);
     watcher.reload();
     EXPECT_FALSE(watcher.cliAvailable());
+}
+
+TEST_F(StateWatcherTest, WhatAToolLacksToBeRunIsTold)
+{
+    using enum ToolAvailability;
+    System system = world.system();
+    const auto node = world.scratch / "bin/node";
+    system.nodeRuntimes = {node};
+    StateWatcher watcher(system);
+    EXPECT_EQ(watcher.toolAvailability(), toolNotFound);
+    for (const char* installed : {"/opt/homebrew/bin/node", "/usr/local/bin/node"})
+        if (isExecutableFile(installed))
+            GTEST_SKIP() << installed << " runs the script";
+    const auto tool = world.scratch.write("program/quenchly", "#!/usr/bin/env node\n");
+    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
+    watcher.reload();
+    EXPECT_EQ(watcher.toolAvailability(), interpreterNotFound);
+    EXPECT_TRUE(watcher.cliAvailable()) << "there is one";
+    std::filesystem::permissions(world.scratch.write("bin/node", ""), std::filesystem::perms::owner_all);
+    watcher.reload();
+    EXPECT_EQ(watcher.toolAvailability(), available);
+    std::filesystem::remove(node);
+    watcher.reload();
+    EXPECT_EQ(watcher.toolAvailability(), interpreterNotFound);
+    world.scratch.replace("program/quenchly", "#!/bin/sh\n");
+    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
+    watcher.reload();
+    EXPECT_EQ(watcher.toolAvailability(), available);
+    world.scratch.replace("program/quenchly", "#!/usr/bin/env node\n");
+    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
+    watcher.reload();
+    EXPECT_EQ(watcher.toolAvailability(), interpreterNotFound) << "another file took its place";
 }
 
 TEST_F(StateWatcherTest, TheFolderOfTheEnvironmentIsResolvedOnceAtTheStart)

@@ -43,6 +43,17 @@ std::vector<fs::path> systemSettingsFolders(const System& system, bool homeGiven
     return folders;
 }
 
+std::vector<fs::path> nodeRuntimes(const std::map<std::string, std::string>& environment)
+{
+    std::vector<fs::path> runtimes{"/usr/bin/node"};
+    const auto variable = environment.find("PATH");
+    std::istringstream list(variable != environment.end() ? variable->second : "");
+    for (std::string folder; std::getline(list, folder, ':');)
+        if (fs::path(folder).is_absolute())  // none that depends on the current directory
+            runtimes.push_back(fs::path(folder) / "node");
+    return runtimes;
+}
+
 // QDesktopServices belongs to the interface thread, and waiting for that thread would hold up quitting.
 bool openWithDesktop(const std::string& address, const std::map<std::string, std::string>& environment)
 {
@@ -84,6 +95,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.executableFolder = executable.parent_path();
     system.launchAgentsFolder = system.homeFolder / "Library/LaunchAgents";
     system.environment = environmentVariables();
+    system.nodeRuntimes = nodeRuntimes(system.environment);
     system.applicationItem = applicationItem(executable, system.environment);
     system.bundleInfo = {{"CFBundleShortVersionString", version}};
     system.launchctl = "/bin/launchctl";
