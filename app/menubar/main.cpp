@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <QApplication>
 #include <QTemporaryDir>
 #include <clocale>
@@ -11,6 +13,7 @@
 #include "headless.h"
 #include "menu_bar_application.h"
 #include "product.h"
+#include "qt_messages.h"
 #include "quit_signals.h"
 #include "running_application.h"
 #include "second_start.h"
@@ -70,6 +73,14 @@ void setWindowIcon()
         QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("quenchly"), applicationIcon()));
 }
 
+/// On a terminal the log shows the line too.
+void tell(const System& system, const QString& message)
+{
+    system.log(message.toStdString());
+    if (isatty(STDERR_FILENO) == 0)
+        fail(message);
+}
+
 int runInMenuBar(System system)
 {
     SingleInstance instance(QString::fromStdString(system.homeFolder.string()));
@@ -79,7 +90,7 @@ int runInMenuBar(System system)
         case SingleInstance::Outcome::unreachable:
             return fail(QStringLiteral("another one runs but does not answer"));
         case SingleInstance::Outcome::deaf:
-            fail(QStringLiteral("starting it again will not open its panel: %1").arg(instance.problem()));
+            tell(system, QStringLiteral("starting it again will not open its panel: %1").arg(instance.problem()));
             break;
         case SingleInstance::Outcome::first:
             break;
@@ -135,6 +146,7 @@ int main(int argc, char** argv)
     prepareEnvironment(line.headlessFolder.has_value());
     quenchly::L10n::testingLanguage = line.language;
 
+    silenceRuntimeFolderWarnings();
     QApplication application(argc, argv);
     // QApplication has just taken over the user's locale, and the JSON library reads numbers by the C library's.
     std::setlocale(LC_NUMERIC, "C");

@@ -20,11 +20,12 @@ public:
         unreachable,  ///< another runs but does not listen
     };
 
-    /// Its files go into the session's runtime folder, or, where that is missing or its name too long for a socket,
-    /// into the folder for temporary files.
+    /// Its files go into the session's runtime folder; where that is missing, is not this user's alone or has a name
+    /// too long for a socket, into a folder of its own among the temporary files.
     explicit SingleInstance(const QString& homeFolder);
 
-    /// Becomes the one that runs, or hands over to it together with an activation token (empty when there is none).
+    /// Becomes the one that runs, or hands over to it together with an activation token (empty when there is none). A
+    /// folder or a program of another user's is neither used nor believed: then this one is deaf.
     Outcome claim(const QString& activationToken);
 
     /// Why it is deaf, in a line.
@@ -36,9 +37,11 @@ Q_SIGNALS:
 
 private:
     Outcome listen();
-    bool handOver(const QString& activationToken);
+    enum class Answer { none, understood, anotherUsers };
+    Answer handOver(const QString& activationToken);
     void receive();
 
+    QString folder_;
     QString stem_;
     QLockFile lock_;
     QLocalServer server_;

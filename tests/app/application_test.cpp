@@ -69,6 +69,18 @@ TEST(Application, HeadlessLeavesTheHomeFolderAlone)
     EXPECT_EQ(nlohmann::json::parse(status)["headline"], "검사 미설정");
 }
 
+TEST(Application, ItSaysNothingOfARuntimeFolderThatIsMissingOrOpenToOthers)
+{
+    const testing::ScratchFolder out;
+    const fs::path open = out.makeFolder("open");
+    for (const std::string& runtime : {std::string(), open.string(), (out / "missing").string()}) {
+        const ProgramRun run = runApplication({"--home", out / "home", "--headless", out / "pictures"},
+                                              {{"XDG_RUNTIME_DIR", runtime}, {"TMPDIR", out.path().string()}});
+        EXPECT_EQ(run.exitStatus, 0) << runtime;
+        EXPECT_EQ(run.errors, "") << runtime;
+    }
+}
+
 TEST(Application, AFolderThatCannotBeWrittenIsAClearError)
 {
     const testing::ScratchFolder out;
@@ -157,6 +169,17 @@ protected:
         return false;
     }
 
+    /// Its first words, those of Qt included.
+    void expectItSaysAndRuns(const std::string& words)
+    {
+        application.setReadChannel(QProcess::StandardError);
+        while (!application.canReadLine() && application.waitForReadyRead(testing::patience)) {
+        }
+        const std::string line = application.readLine().toStdString();
+        EXPECT_TRUE(line.starts_with("quenchly-menubar: " + words)) << line;
+        EXPECT_EQ(application.state(), QProcess::Running);
+    }
+
     void signal(int number) const { ASSERT_EQ(::kill(static_cast<pid_t>(application.processId()), number), 0); }
 
     void expectACleanEnd()
@@ -230,16 +253,22 @@ TEST_F(RunningApplicationTest, ATrialsDashboardEndsWithIt)
 
 TEST_F(RunningApplicationTest, WhereItCannotBeReachedItSaysSoAndRuns)
 {
-    variables["XDG_RUNTIME_DIR"] = "/proc";
+    variables["XDG_RUNTIME_DIR"] = variables["TMPDIR"] = "/proc";
     launch(QUENCHLY_MENUBAR_PATH, {"--home", home});
-    application.setReadChannel(QProcess::StandardError);
-    std::string line;  // Qt has words to say before it
-    while (!line.starts_with("quenchly-menubar: ") &&
-           (application.canReadLine() || application.waitForReadyRead(testing::patience)))
-        line = application.readLine().toStdString();
-    EXPECT_EQ(line.rfind("quenchly-menubar: starting it again will not open its panel: cannot write /proc/", 0), 0U)
-        << line;
-    EXPECT_EQ(application.state(), QProcess::Running);
+    expectItSaysAndRuns("starting it again will not open its panel: /proc/quenchly-");
+}
+
+TEST_F(RunningApplicationTest, AStrangersFolderInPlaceOfItsOwnIsToldAndDoesNotEndIt)
+{
+    const auto stranger = testing::anotherUser();
+    if (!stranger)
+        GTEST_SKIP() << "only root can act as another user";
+    fs::permissions(temporary, fs::perms::all | fs::perms::sticky_bit);
+    const fs::path folder = temporary / "quenchly-0";
+    ASSERT_TRUE(testing::runAsAnotherUser(*stranger, [&] { return fs::create_directory(folder); }));
+    variables["XDG_RUNTIME_DIR"] = "";
+    launch(QUENCHLY_MENUBAR_PATH, {"--home", home});
+    expectItSaysAndRuns("starting it again will not open its panel: " + folder.string());
 }
 
 }  // namespace
