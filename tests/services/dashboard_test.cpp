@@ -317,6 +317,7 @@ TEST_F(OpenDashboardTest, AnotherUsersDashboardIsNotOpenedAndTheLogSaysSoOnce)
     EXPECT_FALSE(runner.openDashboard());
     EXPECT_TRUE(world.opened->all().empty());
     EXPECT_EQ(world.log, std::vector<std::string>{strangersDashboard(runner.dashboardPort)});
+    EXPECT_TRUE(testing::eventually(testing::hasNoChild)) << "a machine too busy for the first answer starts one";
 }
 
 TEST_F(OpenDashboardTest, OneThatComesWhileOursIsStartedIsNotOpenedEither)

@@ -418,6 +418,7 @@ TEST_F(MenuPanelTest, TheArrowKeysMoveBetweenTheButtonsAndRoundTheEnds)
 
 TEST_F(MenuPanelTest, TabVisitsEveryControlFromTopToBottom)
 {
+    world.scratch.makeLink("program/quenchly", testing::RecordedTool::program());
     open(setAsideState(3));
     QList<QWidget*> visited;
     press(Qt::Key_Tab);
@@ -463,6 +464,7 @@ TEST_F(MenuPanelTest, ARowKeepsTheFocusWhenOthersComeAndGo)
 
 TEST_F(MenuPanelTest, AnEntryKeepsItsButtonWhenOneBeforeItGoes)
 {
+    world.scratch.makeLink("program/quenchly", testing::RecordedTool::program());
     open(setAsideState(2));
     PillButton* second = nullptr;
     for (PillButton* button : panel->findChildren<PillButton*>())

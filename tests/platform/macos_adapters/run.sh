@@ -39,7 +39,7 @@ adapters=$root/menubar/platform/macos
 sources=("$adapters"/{alert,login_item,pasteboard,running_application,second_start,status_item,system,trash}_macos.mm
     "$adapters"/{updater_backend,user_defaults}_macos.mm
     "$adapters"/{process_output,process_table_macos,settings_of_this_run,sysctl_string}.cpp
-    "$root"/menubar/platform/common/confined_home.cpp "$root"/os/{child_process,user_home}.cpp
+    "$root"/menubar/platform/common/confined_home.cpp "$root"/os/{child_process,port_owner_macos,user_home}.cpp
     "$root"/core/text.cpp "$root"/machine/current_instant.cpp "$here"/*.mm)
 for source in "${sources[@]}"; do
     compile "$source"
