@@ -107,7 +107,7 @@ constexpr Entry entries[] = {
      "Shows current load, swap, Protection status, and recent check history. "
      "Read-only view; change Protection or unload from the menu, not the dashboard."},
     {"help_check_for_updates",
-     "Looks on Quenchly's update site for a newer build. "
+     "Looks on Quenchly’s update site for a newer build. "
      "If one exists, you choose whether to install. "
      "Quenchly never updates silently."},
     {"help_auto_updates",

@@ -42,8 +42,8 @@ constexpr Entry entries[] = {
     {"copyright", "© 2026 Quenchly"},
     {"help_protection_on",
      "Macの負荷が高いとき、Protectionは対象のローカルAI（Ollama、MLX、LM Studio headless、"
-     "llama-server）をその場で抑え、MacがAIとCPUを奪い合わないようにします。"
-     "モデルは読み込まれたままで、メモリもそのまま保たれ、作業はその場で続きます。"
+     "llama-server）をその場で抑え、MacとAIがCPUを奪い合わないようにします。"
+     "モデルは読み込まれたままで、メモリも保持され、作業はそのまま続きます。"
      "Protectionがオンの間は、「メモリ保持」もオンのままです。"
      "アプリを終了したり、すべてのRAMを解放したりすることはありません。"},
     {"help_protection_off",
@@ -65,7 +65,7 @@ constexpr Entry entries[] = {
     {"help_retaining_memory",
      "「Protection オン」のときは、読み込まれたモデルがメモリに残るため、"
      "チャットのコンテキストと重みをいつでも使える状態に保てます。"
-     "対象AIはその場で抑えられるので、MacがAIとCPUを奪い合うことはありません。"
+     "対象AIはその場で抑えられるので、MacとAIがCPUを奪い合うことはありません。"
      "これはProtectionがオンのときは常にオンであり、個別に切り替えるものではありません。"},
     {"help_unload_listed_ai",
      "Quenchlyが管理する、読み込み済みのローカルAIモデル（Ollama、MLXなど）をアンロードし、"
@@ -88,24 +88,24 @@ constexpr Entry entries[] = {
     {"help_swap_meter",
      "ディスクに書き出された追加メモリ（スワップファイルの使用量）です。"
      "スワップが多いときは、macOSがRAMの内容を保持するためにディスク領域を借りていることを意味します。"
-     "このバーが上がっていくときは、Macが重く感じられることがよくあります。これは、"
+     "このバーが伸びていくときは、Macが重く感じられることがよくあります。このバーは、"
      "使用率を表示するRAMウィジェットとは別のものです。"},
     {"help_protection_applies_to",
-     "過負荷のとき、Protectionは次の対象ローカルAIをその場で抑えます: Ollama、MLX、LM Studio headless、"
+     "過負荷のとき、Protectionは次の対象AIをその場で抑えます: Ollama、MLX、LM Studio headless、"
      "およびllama-serverまたはllama-cpp-server。"
-     "カスタムのllamaバイナリは、プロセスがこれらの名前に一致する場合にのみ含まれます。"},
+     "カスタムのllamaバイナリは、プロセスがこれらの名前に一致する場合にのみ対象になります。"},
     {"help_set_aside",
      "ループチェックの後にQuenchlyが除外した対象AIです。"
-     "「了解」するまでフルスピードで動作します。"
-     "「了解」すると、再び過負荷になった場合に、"
-     "次のチェックでProtectionが対象AIのペースを再び落とせるようになります。"},
+     "「了解」をクリックするまでフルスピードで動作します。"
+     "「了解」をクリックすると、再び過負荷になった場合に、"
+     "次のチェックでProtectionが対象AIのペースを落とせるようになります。"},
     {"help_acknowledge",
      "「除外」からアプリを1つ取り除き、"
      "過負荷になったときにProtectionが対象AIのペースを再び落とせるようにします。"
      "そのアプリを制限なしのフルスピードで動かす必要がなくなったときに使用してください。"
      "モデルのアンロードや、Protectionのオン／オフの変更は行いません。"},
     {"help_clear_all_aside",
-     "「除外」のすべての行を一度に了解します。"
+     "「除外」のすべての行に「了解」を一度に適用します。"
      "これまでに除外されたすべてのアプリに、次のチェックでProtectionを適用したいときに使用してください。"
      "Protectionのオン／オフを変更したり、何かをアンインストールしたりすることはありません。"},
     {"help_live_data",
@@ -125,7 +125,7 @@ constexpr Entry entries[] = {
     {"help_open_at_login",
      "Quenchlyをログイン項目に追加し、再起動後にメニューバーのアイコンが表示されるようにします。"
      "バックグラウンドチェックのインストールや、Protectionのオン／オフの切り替えは行いません。"
-     "Protectionのリアルタイムの判断には、引き続き「バックグラウンドチェックを開始」が必要です。"},
+     "Protectionのリアルタイムの判断には、別途「バックグラウンドチェックを開始」が必要です。"},
     {"help_report_problem",
      "このMacの診断情報（バージョン、負荷、スワップ、Protectionの状態）があらかじめ入力された、"
      "サポート宛てのメールを開きます。"

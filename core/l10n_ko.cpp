@@ -41,8 +41,8 @@ constexpr Entry entries[] = {
     {"auto_updates_off", "자동 업데이트 확인: 꺼짐"},
     {"copyright", "© 2026 Quenchly"},
     {"help_protection_on",
-     "Mac의 부하가 높을 때 Protection은 대상 로컬 AI(Ollama, MLX, LM Studio headless, llama-server)를 제자리에 "
-     "붙들어 두어 Mac이 AI와 CPU를 두고 다투지 않게 합니다. "
+     "Mac의 부하가 높을 때 Protection은 대상 로컬 AI(Ollama, MLX, LM Studio headless, llama-server)를 그 자리에서 "
+     "억제하여 Mac과 AI가 CPU를 두고 다투지 않게 합니다. "
      "모델은 로드된 채로 있고 메모리도 그대로 유지되며 작업은 그 자리에서 계속됩니다. "
      "Protection이 켜져 있는 동안에는 ‘메모리 유지’도 계속 켜져 있습니다. "
      "앱을 종료하지 않으며 RAM을 모두 비우지도 않습니다."},
@@ -50,20 +50,20 @@ constexpr Entry entries[] = {
      "Mac이 과부하 상태여도 대상 AI가 최고 속도로 실행됩니다. "
      "최대 추론 처리량이 필요하고 화면 반응이 느려지거나 스왑이 늘어날 위험을 감수할 수 있을 때만 "
      "사용하십시오. "
-     "Quenchly는 부하와 스왑 미터를 계속 표시하지만, Mac을 쓰기 편하게 유지하기 위해 대상 AI의 속도를 "
+     "Quenchly는 부하와 스왑 게이지를 계속 표시하지만, Mac을 쓰기 편하게 유지하기 위해 대상 AI의 속도를 "
      "조절하지는 않습니다."},
     {"help_checks_not_set_up",
      "메뉴 막대 아이콘은 실행 중이지만 부하와 스왑을 읽는 백그라운드 검사기는 아직 설치되지 않았습니다. "
-     "지금 보이는 미터는 마지막 스냅샷의 것이며 Protection의 실시간 판단이 아닙니다. "
+     "지금 보이는 게이지는 마지막 스냅샷의 것이며 Protection의 실시간 판단이 아닙니다. "
      "‘백그라운드 검사 시작’을 클릭하여 설정을 마치십시오."},
     {"help_start_background_checks",
      "1분마다 부하와 스왑을 읽고 메뉴에 표시할 수 있는 상태를 기록하는 작은 백그라운드 검사기를 설치합니다. "
-     "검사기가 없으면 미터만 보이고 Protection의 실시간 판단은 보이지 않습니다. "
+     "검사기가 없으면 게이지만 보이고 Protection의 실시간 판단은 보이지 않습니다. "
      "설정은 한 번만 하면 됩니다."},
     {"help_retaining_memory",
      "‘Protection 켜짐’ 상태에서는 로드된 모델이 메모리에 남아 있어 채팅 컨텍스트와 가중치를 언제든 쓸 수 "
      "있습니다. "
-     "대상 AI를 제자리에 붙들어 두므로 Mac이 AI와 CPU를 두고 다투지 않습니다. "
+     "대상 AI를 그 자리에서 억제하므로 Mac과 AI가 CPU를 두고 다투지 않습니다. "
      "이 기능은 Protection이 켜져 있으면 항상 켜져 있으며, 따로 켜고 끄는 항목이 아닙니다."},
     {"help_unload_listed_ai",
      "Quenchly가 관리하는 로드된 로컬 AI 모델(Ollama, MLX 등)을 언로드하고 모델이 쓰던 RAM을 비웁니다. "
@@ -84,22 +84,22 @@ constexpr Entry entries[] = {
     {"help_swap_meter",
      "디스크에 기록된 추가 메모리(스왑 파일 사용량)입니다. "
      "스왑 사용량이 높으면 macOS가 RAM 내용을 담아 두기 위해 디스크 공간을 빌려 쓰고 있다는 뜻입니다. "
-     "이 막대가 올라가면 Mac이 무겁게 느껴지는 경우가 많으며, 이는 사용률을 표시하는 RAM 위젯과는 별개입니다."},
+     "이 막대가 길어지면 Mac이 무겁게 느껴지는 경우가 많으며, 이는 사용률을 표시하는 RAM 위젯과는 별개입니다."},
     {"help_protection_applies_to",
-     "과부하일 때 Protection은 다음 대상 로컬 AI를 제자리에 붙들어 둡니다: Ollama, MLX, LM Studio headless, "
+     "과부하일 때 Protection은 다음 대상 로컬 AI를 그 자리에서 억제합니다: Ollama, MLX, LM Studio headless, "
      "그리고 llama-server 또는 llama-cpp-server. "
      "사용자 지정 llama 바이너리는 프로세스가 이 이름들과 일치할 때만 포함됩니다."},
     {"help_set_aside",
      "루프 검사 후 Quenchly가 제외한 대상 AI입니다. "
-     "‘확인’할 때까지 최고 속도로 실행됩니다. "
-     "‘확인’하면, 과부하가 다시 발생할 경우 다음 검사에서 Protection이 대상 AI의 속도를 다시 늦출 수 있습니다."},
+     "‘확인’을 클릭할 때까지 최고 속도로 실행됩니다. "
+     "‘확인’을 클릭하면, 과부하가 다시 발생할 경우 다음 검사에서 Protection이 대상 AI의 속도를 다시 늦출 수 있습니다."},
     {"help_acknowledge",
      "‘제외’에서 앱 하나를 빼서, 과부하가 걸릴 때 Protection이 대상 AI의 속도를 다시 늦출 수 있게 합니다. "
      "그 앱을 제한 없는 최고 속도로 실행할 필요가 없어졌을 때 사용하십시오. "
      "모델을 언로드하지 않으며 Protection 켜짐/꺼짐도 변경하지 않습니다."},
     {"help_clear_all_aside",
-     "‘제외’의 모든 행을 한 번에 확인합니다. "
-     "이전에 제외된 모든 앱에 다음 검사에서 Protection을 적용하려고 할 때 사용하십시오. "
+     "‘제외’의 모든 행에 ‘확인’을 한 번에 적용합니다. "
+     "이전에 제외된 모든 앱에 다음 검사에서 Protection을 적용하고 싶을 때 사용하십시오. "
      "Protection 켜짐/꺼짐을 변경하지 않으며 어떤 소프트웨어도 제거하지 않습니다."},
     {"help_live_data",
      "이 Mac의 브라우저에서 라이브 대시보드를 엽니다. "
@@ -108,16 +108,16 @@ constexpr Entry entries[] = {
     {"help_check_for_updates",
      "Quenchly 업데이트 사이트에 더 새로운 빌드가 있는지 살펴봅니다. "
      "있으면 설치할지 여부를 직접 선택합니다. "
-     "Quenchly가 몰래 업데이트되는 일은 결코 없습니다."},
+     "Quenchly가 사용자 모르게 업데이트되는 일은 결코 없습니다."},
     {"help_auto_updates",
-     "켜짐으로 두면 Quenchly가 업데이트 사이트에 더 새로운 빌드가 있는지 주기적으로 확인합니다. "
+     "켜짐 상태이면 Quenchly가 업데이트 사이트에 더 새로운 빌드가 있는지 주기적으로 확인합니다. "
      "있으면 설치할지 여부를 직접 선택하며, 백그라운드에서는 아무것도 설치되지 않습니다. "
      "이 백그라운드 확인을 중단하려면 꺼짐으로 바꾸십시오. "
      "‘업데이트 확인’은 그래도 언제든지 사용할 수 있습니다."},
     {"help_open_at_login",
      "Quenchly를 로그인 항목에 추가하여 재시동 후 메뉴 막대 아이콘이 나타나게 합니다. "
      "백그라운드 검사를 설치하지 않으며 Protection을 켜거나 끄지도 않습니다. "
-     "Protection의 실시간 판단을 보려면 여전히 ‘백그라운드 검사 시작’이 필요합니다."},
+     "Protection의 실시간 판단을 보려면 별도로 ‘백그라운드 검사 시작’이 필요합니다."},
     {"help_report_problem",
      "지원팀에 보낼 이메일을 이 Mac의 진단 정보(버전, 부하, 스왑, Protection 상태)가 미리 채워진 상태로 엽니다. "
      "Mail에서 ‘보내기’를 누르기 전에는 어떤 데이터도 전송되지 않습니다. "

@@ -75,7 +75,7 @@ constexpr Entry entries[] = {
     {"help_extra_memory_status",
      "Ginagamit ng macOS ang espasyo sa disk bilang extra memory (swap) para paglagyan ng kasalukuyang "
      "ginagawa. "
-     "Hindi ito kapareho ng RAM percent sa Activity Monitor; puwedeng sabay na mataas ang dalawa. "
+     "Hindi ito kapareho ng porsiyento ng RAM sa Activity Monitor; puwedeng sabay na mataas ang dalawa. "
      "Umuusad pa rin ang trabaho; puwedeng magmungkahi ang Quenchly na i-unload ang listed AI kung mananatiling "
      "kritikal ang swap."},
     {"help_extra_memory_tip",
@@ -85,7 +85,7 @@ constexpr Entry entries[] = {
     {"help_load_meter",
      "Load ng Mac bilang porsiyento ng mga CPU core mo, na sina-sample nang live. "
      "Kapag mas mataas, mas maraming thread ang naghihintay ng oras sa CPU. "
-     "Hindi ito kapareho ng CPU percent ng bawat process sa Activity Monitor o ng reading ng temperatura."},
+     "Hindi ito kapareho ng porsiyento ng CPU ng bawat process sa Activity Monitor o ng reading ng temperatura."},
     {"help_swap_meter",
      "Extra memory na isinulat sa disk (nagamit na swap file). "
      "Kapag mataas ang swap, ibig sabihin ay nanghihiram ang macOS ng espasyo sa disk para paglagyan ng laman "
@@ -98,32 +98,32 @@ constexpr Entry entries[] = {
      "Kasama lang ang mga custom na llama binary kapag tumutugma ang process sa mga pangalang iyon."},
     {"help_set_aside",
      "Listed AI na itinabi ng Quenchly pagkatapos ng looper check. "
-     "Tumatakbo ang mga ito sa buong bilis hangga’t hindi ka nag-a-Acknowledge. "
-     "Kapag nag-Acknowledge ka, puwede nang pabagalin ulit ng Protection ang listed AI sa susunod na check kung "
+     "Tumatakbo ang mga ito sa buong bilis hangga’t hindi mo kini-click ang “Acknowledge”. "
+     "Kapag na-click mo ito, puwede nang pabagalin ulit ng Protection ang listed AI sa susunod na check kung "
      "bumalik ang overload."},
     {"help_acknowledge",
-     "Inaalis nito ang isang app sa ITABI para mapabagal ulit ng Protection ang listed AI kapag nag-overload. "
+     "Inaalis nito ang isang app sa “ITABI” para mapabagal ulit ng Protection ang listed AI kapag nag-overload. "
      "Gamitin ito kapag hindi mo na kailangang bigyan ang app na iyon ng buong bilis na walang pigil. "
      "Hindi nito ina-unload ang mga model at hindi nito binabago ang Protection On/Off."},
     {"help_clear_all_aside",
-     "Sabay-sabay nitong ina-acknowledge ang bawat row sa ITABI. "
+     "Sabay-sabay nitong ina-acknowledge ang bawat row sa “ITABI”. "
      "Gamitin kapag gusto mong masakop ng Protection sa susunod na check ang lahat ng app na dating itinabi. "
      "Hindi nito binabago ang Protection On/Off at wala itong ina-uninstall."},
     {"help_live_data",
      "Binubuksan nito ang live dashboard sa browser mo sa Mac na ito. "
      "Ipinapakita nito ang kasalukuyang load, swap, status ng Protection, at kamakailang history ng mga check. "
-     "Pang-view lang ito; baguhin ang Protection o mag-unload mula sa menu, hindi sa dashboard."},
+     "Para sa pagtingin lang ito; baguhin ang Protection o mag-unload mula sa menu, hindi sa dashboard."},
     {"help_check_for_updates",
      "Tinitingnan nito sa update site ng Quenchly kung may mas bagong build. "
-     "Kung mayroon, ikaw ang magpapasya kung i-install ito. "
+     "Kung mayroon, ikaw ang magpapasya kung ii-install ito. "
      "Hindi kailanman palihim na nag-a-update ang Quenchly."},
     {"help_auto_updates",
      "Kapag On, pana-panahong tinitingnan ng Quenchly ang update site nito kung may mas bagong build. "
-     "Kung mayroon, ikaw ang magpapasya kung i-install ito; walang ini-install sa background. "
+     "Kung mayroon, ikaw ang magpapasya kung ii-install ito; walang ini-install sa background. "
      "Gawing Off para ihinto ang mga check na iyon sa background. "
      "Gumagana pa rin anumang oras ang “Tingnan ang Updates”."},
     {"help_open_at_login",
-     "Idinadagdag nito ang Quenchly sa iyong login items para lumabas ang icon sa menu bar pagkatapos ng "
+     "Idinadagdag nito ang Quenchly sa login items mo para lumabas ang icon sa menu bar pagkatapos ng "
      "restart. "
      "Hindi ito nag-i-install ng background checks at hindi nito ino-on o ino-off ang Protection. "
      "Kailangan mo pa rin ang “Simulan ang background checks” para sa mga live na desisyon ng Protection."},

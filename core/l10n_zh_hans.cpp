@@ -48,14 +48,14 @@ constexpr Entry entries[] = {
      "它不会退出应用，也不会释放全部 RAM。"},
     {"help_protection_off",
      "即使 Mac 过载，所列 AI 也会全速运行。"
-     "仅当你需要最大的推理吞吐量，并能接受界面卡顿或交换增长的风险时，才使用此项。"
+     "仅当你需要最大的推理吞吐量，并能接受界面卡顿或交换用量增长的风险时，才使用此项。"
      "Quenchly 仍会显示负载和交换指示条，但不会为了让 Mac 保持好用而调节所列 AI 的速度。"},
     {"help_checks_not_set_up",
-     "菜单栏图标正在运行，但读取负载和交换的后台检查程序尚未安装。"
+     "菜单栏图标正在运行，但读取负载和交换用量的后台检查程序尚未安装。"
      "你看到的指示条来自上次快照，而不是 Protection 的实时判断。"
      "请点按“启动后台检查”以完成设置。"},
     {"help_start_background_checks",
-     "安装小巧的后台检查程序，它每分钟读取负载和交换，并写入菜单可以显示的状态。"
+     "安装小巧的后台检查程序，它每分钟读取负载和交换用量，并写入菜单可以显示的状态。"
      "没有它，你只能看到指示条，看不到 Protection 的实时判断。"
      "只需设置一次。"},
     {"help_retaining_memory",
@@ -64,15 +64,15 @@ constexpr Entry entries[] = {
      "只要 Protection 为“开”，此项就始终开启，并非单独的开关。"},
     {"help_unload_listed_ai",
      "从内存中卸载由 Quenchly 管理的已加载本地 AI 模型（Ollama、MLX 等），并释放它们占用的 RAM。"
-     "当交换偏高或 macOS 发出内存警告时使用。"
+     "当交换用量偏高或 macOS 发出内存警告时使用。"
      "下次聊天时会重新加载模型。"},
     {"help_extra_memory_status",
      "macOS 正在将磁盘空间用作额外内存（交换），以存放进行中的工作。"
      "这与“活动监视器”中的 RAM 百分比不是一回事；两者可能同时偏高。"
-     "工作仍在继续；如果交换持续处于危险水平，Quenchly 可能会建议卸载所列 AI。"},
+     "工作仍在继续；如果交换用量持续处于危险水平，Quenchly 可能会建议卸载所列 AI。"},
     {"help_extra_memory_tip",
      "磁盘额外内存用量很高，而所列 AI 仍有模型处于加载状态。"
-     "可以考虑使用“卸载所列 AI”，在交换进一步增长之前释放 RAM。"
+     "可以考虑使用“卸载所列 AI”，在交换用量进一步增长之前释放 RAM。"
      "此操作不会退出应用，也不会更改 Protection 设置。"},
     {"help_load_meter",
      "以 CPU 核心为基准的 Mac 负载百分比，实时采样。"
@@ -80,27 +80,27 @@ constexpr Entry entries[] = {
      "这与“活动监视器”中各进程的 CPU 百分比或温度读数不是一回事。"},
     {"help_swap_meter",
      "写入磁盘的额外内存（交换文件用量）。"
-     "交换偏高说明 macOS 正在借用磁盘空间来存放 RAM 的内容。"
-     "此处的指示条上升时，Mac 用起来往往会变卡；它与显示占用百分比的 RAM 小组件是两回事。"},
+     "交换用量偏高说明 macOS 正在借用磁盘空间来存放 RAM 的内容。"
+     "此处的指示条变长时，Mac 用起来往往会变卡；它与显示占用百分比的 RAM 小组件是两回事。"},
     {"help_protection_applies_to",
      "过载时，Protection 会就地限制所列本地 AI：Ollama、MLX、LM Studio headless，以及 llama-server 或 "
      "llama-cpp-server。"
      "自定义 llama 二进制文件仅在进程与这些名称匹配时才包含在内。"},
     {"help_set_aside",
-     "循环检测后被 Quenchly 暂存的所列 AI。"
+     "循环检查后被 Quenchly 暂存的所列 AI。"
      "在你“确认”之前，它们会全速运行。"
-     "“确认”后，如果再次过载，Protection 可以在下次检查时重新放缓所列 AI 的速度。"},
+     "“确认”后，如果再次过载，Protection 可以在下次检查时重新放慢所列 AI 的速度。"},
     {"help_acknowledge",
-     "从“暂存”中移除一个应用，让 Protection 在过载时能够重新放缓所列 AI 的速度。"
+     "从“暂存”中移除一个应用，让 Protection 在过载时能够重新放慢所列 AI 的速度。"
      "当你不再需要让该应用不受限制地全速运行时使用。"
      "它不会卸载模型，也不会更改 Protection 的开/关状态。"},
     {"help_clear_all_aside",
-     "一次确认“暂存”中的所有行。"
-     "当你希望 Protection 在下次检查时应用于之前暂存的所有应用时使用。"
+     "一次性确认“暂存”中的所有行。"
+     "当你希望 Protection 从下次检查起适用于之前暂存的所有应用时使用。"
      "不会更改 Protection 的开/关状态，也不会卸载任何软件。"},
     {"help_live_data",
      "在这台 Mac 的浏览器中打开实时仪表盘。"
-     "显示当前负载、交换、Protection 状态和近期检查记录。"
+     "显示当前负载、交换用量、Protection 状态和近期检查记录。"
      "仅供查看；如需更改 Protection 或卸载模型，请在菜单中操作，而不是在仪表盘中。"},
     {"help_check_for_updates",
      "在 Quenchly 的更新网站上查看是否有较新的构建版本。"
@@ -113,19 +113,19 @@ constexpr Entry entries[] = {
      "“检查更新”仍可随时使用。"},
     {"help_open_at_login",
      "将 Quenchly 添加到登录项，让菜单栏图标在重新启动后出现。"
-     "不会安装后台检查，也不会打开或关闭 Protection。"
+     "不会安装后台检查，也不会开启或关闭 Protection。"
      "要获得 Protection 的实时判断，仍需“启动后台检查”。"},
     {"help_report_problem",
-     "打开一封写给支持团队的预填邮件，其中包含这台 Mac 的诊断信息（版本、负载、交换、Protection 状态）。"
+     "打开一封写给支持团队的预填邮件，其中包含这台 Mac 的诊断信息（版本、负载、交换用量、Protection 状态）。"
      "在“邮件”中点按“发送”之前，不会发送任何数据。"
      "当情况看起来不对或检查反复失败时使用。"},
     {"help_uninstall",
      "从这台 Mac 移除后台检查程序和 Quenchly 菜单栏应用。"
      "不会卸载 Ollama、MLX 或其他 AI 应用。"},
     {"help_quit",
-     "仅关闭菜单栏应用。"
+     "仅退出菜单栏应用。"
      "如果已安装后台检查，它们会继续运行，Protection 也会保持原有设置。"
-     "可从“应用程序”或登录项重新打开 Quenchly。"},
+     "可从“应用程序”文件夹或登录项重新打开 Quenchly。"},
 };
 
 }  // namespace

@@ -48,31 +48,31 @@ constexpr Entry entries[] = {
      "它不會結束 App，也不會釋放全部 RAM。"},
     {"help_protection_off",
      "即使 Mac 過載，所列 AI 也會全速執行。"
-     "只有在你需要最大的推論吞吐量，並能接受介面變得遲鈍或交換增加的風險時，才使用此項。"
+     "只有在你需要最大的推論吞吐量，並能接受介面變得遲鈍或交換用量增加的風險時，才使用此項。"
      "Quenchly 仍會顯示負載和交換指示條，但不會為了讓 Mac 保持好用而調節所列 AI 的速度。"},
     {"help_checks_not_set_up",
-     "選單列圖示正在執行，但讀取負載和交換的背景檢查程式尚未安裝。"
+     "選單列圖示正在執行，但讀取負載和交換用量的背景檢查程式尚未安裝。"
      "你看到的指示條來自上次快照，而不是 Protection 的即時判斷。"
      "請按一下「啟動背景檢查」來完成設定。"},
     {"help_start_background_checks",
-     "安裝小巧的背景檢查程式，它每分鐘讀取負載和交換，並寫入選單可以顯示的狀態。"
+     "安裝小巧的背景檢查程式，它每分鐘讀取負載和交換用量，並寫入選單可以顯示的狀態。"
      "沒有它，你只會看到指示條，看不到 Protection 的即時判斷。"
      "只需設定一次。"},
     {"help_retaining_memory",
      "「Protection 開」時，已載入的模型會留在記憶體中，讓聊天上下文和權重隨時可用。"
      "所列 AI 會被就地限制，避免這台 Mac 與 AI 爭搶 CPU。"
-     "只要 Protection 為「開」，此項就一直開啟，並不是另外的開關。"},
+     "只要 Protection 為「開」，此項就一直開啟，並非獨立的開關。"},
     {"help_unload_listed_ai",
      "卸載由 Quenchly 管理的已載入本機 AI 模型（Ollama、MLX 等），並釋放它們佔用的 RAM。"
-     "當交換偏高或 macOS 發出記憶體警告時使用。"
+     "當交換用量偏高或 macOS 發出記憶體警告時使用。"
      "下次聊天時會重新載入模型。"},
     {"help_extra_memory_status",
      "macOS 正在將磁碟空間當作額外記憶體（交換），用來存放進行中的工作。"
      "這與「活動監視器」中的 RAM 百分比不同；兩者可能同時偏高。"
-     "工作仍在繼續；如果交換持續處於危險程度，Quenchly 可能會建議卸載所列 AI。"},
+     "工作仍在繼續；如果交換用量持續處於危險水準，Quenchly 可能會建議卸載所列 AI。"},
     {"help_extra_memory_tip",
      "磁碟額外記憶體用量很高，而所列 AI 仍有模型處於載入狀態。"
-     "可以考慮使用「卸載所列 AI」，在交換進一步增加之前釋放 RAM。"
+     "可以考慮使用「卸載所列 AI」，在交換用量進一步增加之前釋放 RAM。"
      "此操作不會結束 App，也不會更改 Protection 設定。"},
     {"help_load_meter",
      "以 CPU 核心為基準的 Mac 負載百分比，即時取樣。"
@@ -80,8 +80,8 @@ constexpr Entry entries[] = {
      "這與「活動監視器」中各程序的 CPU 百分比或溫度讀數不同。"},
     {"help_swap_meter",
      "寫入磁碟的額外記憶體（交換檔用量）。"
-     "交換偏高表示 macOS 正在借用磁碟空間來存放 RAM 的內容。"
-     "此處的指示條上升時，Mac 用起來往往會變得遲鈍；它與顯示佔用百分比的 RAM 小工具是兩回事。"},
+     "交換用量偏高表示 macOS 正在借用磁碟空間來存放 RAM 的內容。"
+     "此處的指示條變長時，Mac 用起來往往會變得遲鈍；它與顯示佔用百分比的 RAM 小工具是兩回事。"},
     {"help_protection_applies_to",
      "過載時，Protection 會就地限制所列本機 AI：Ollama、MLX、LM Studio headless，以及 llama-server 或 "
      "llama-cpp-server。"
@@ -89,23 +89,23 @@ constexpr Entry entries[] = {
     {"help_set_aside",
      "迴圈檢查後被 Quenchly 暫存的所列 AI。"
      "在你「確認」之前，它們會全速執行。"
-     "「確認」後，如果再次過載，Protection 可以在下次檢查時重新放緩所列 AI 的速度。"},
+     "「確認」後，如果再次過載，Protection 可以在下次檢查時重新放慢所列 AI 的速度。"},
     {"help_acknowledge",
-     "從「暫存」中移除一個 App，讓 Protection 在過載時能夠重新放緩所列 AI 的速度。"
+     "從「暫存」中移除一個 App，讓 Protection 在過載時能夠重新放慢所列 AI 的速度。"
      "當你不再需要讓該 App 不受限制地全速執行時使用。"
      "它不會卸載模型，也不會更改 Protection 的開/關狀態。"},
     {"help_clear_all_aside",
      "一次確認「暫存」中的所有列。"
-     "當你希望 Protection 在下次檢查時套用到先前暫存的所有 App 時使用。"
+     "當你希望 Protection 從下次檢查起適用於先前暫存的所有 App 時使用。"
      "不會更改 Protection 的開/關狀態，也不會解除安裝任何項目。"},
     {"help_live_data",
-     "在這台 Mac 的瀏覽器中打開即時儀表板。"
-     "顯示目前的負載、交換、Protection 狀態和近期檢查紀錄。"
+     "在這台 Mac 的瀏覽器中開啟即時儀表板。"
+     "顯示目前的負載、交換用量、Protection 狀態和近期檢查紀錄。"
      "僅供檢視；如需更改 Protection 或卸載模型，請在選單中操作，而不是在儀表板中。"},
     {"help_check_for_updates",
      "在 Quenchly 的更新網站上查看是否有較新的組建版本。"
      "如果有，由你選擇是否安裝。"
-     "Quenchly 絕不會悄悄更新。"},
+     "Quenchly 絕不會在你不知情時更新。"},
     {"help_auto_updates",
      "設為「開」時，Quenchly 會定期在其更新網站檢查是否有較新的組建版本。"
      "如果有，由你選擇是否安裝；不會在背景安裝任何內容。"
@@ -116,16 +116,16 @@ constexpr Entry entries[] = {
      "不會安裝背景檢查，也不會開啟或關閉 Protection。"
      "要取得 Protection 的即時判斷，仍需「啟動背景檢查」。"},
     {"help_report_problem",
-     "打開一封寫給支援團隊的預填郵件，其中包含這台 Mac 的診斷資訊（版本、負載、交換、Protection 狀態）。"
+     "開啟一封寫給支援團隊的預填郵件，其中包含這台 Mac 的診斷資訊（版本、負載、交換用量、Protection 狀態）。"
      "在「郵件」中按下「傳送」之前，不會送出任何資料。"
      "當情況看起來不對或檢查一再失敗時使用。"},
     {"help_uninstall",
      "從這台 Mac 移除背景檢查程式和 Quenchly 選單列 App。"
      "不會解除安裝 Ollama、MLX 或其他 AI App。"},
     {"help_quit",
-     "只會關閉選單列 App。"
+     "只會結束選單列 App。"
      "如果已安裝背景檢查，它們會繼續執行，Protection 也會維持原有設定。"
-     "可從「應用程式」或登入項目重新打開 Quenchly。"},
+     "可從「應用程式」或登入項目重新開啟 Quenchly。"},
 };
 
 }  // namespace

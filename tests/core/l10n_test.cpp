@@ -504,6 +504,98 @@ TEST(L10nHelp, ProductNamesStay)
                 }
 }
 
+/// Wordings that readers of the language stumbled over, and what took their place.
+TEST(L10nHelp, ReviewedWordingsStay)
+{
+    const struct {
+        AppLanguage language;
+        std::string_view key;
+        std::string_view right;
+        std::string_view wrong;
+    } rows[] = {
+        {AppLanguage::ja, "help_protection_on", "MacとAIがCPUを奪い合わない", "MacがAIと"},
+        {AppLanguage::ja, "help_retaining_memory", "MacとAIがCPUを奪い合うこと", "MacがAIと"},
+        {AppLanguage::ja, "help_protection_on", "メモリも保持され、作業はそのまま続きます", "作業はその場で"},
+        {AppLanguage::ja, "help_open_at_login", "別途「バックグラウンドチェックを開始」", "引き続き"},
+        {AppLanguage::ja, "help_protection_applies_to", "次の対象AIを", "ローカルAI"},
+        {AppLanguage::ja, "help_protection_applies_to", "場合にのみ対象になります", "含まれます"},
+        {AppLanguage::ja, "help_set_aside", "「了解」をクリックするまで", "「了解」する"},
+        {AppLanguage::ja, "help_set_aside", "「了解」をクリックすると、再び過負荷", "ペースを再び"},
+        {AppLanguage::ja, "help_clear_all_aside", "すべての行に「了解」を一度に適用します", "一度に了解します"},
+        {AppLanguage::ja, "help_swap_meter", "バーが伸びていくとき", "上がっていく"},
+        {AppLanguage::ja, "help_swap_meter", "このバーは、", "これは、"},
+        {AppLanguage::ko, "help_protection_on", "그 자리에서 억제하여 Mac과 AI가 CPU를 두고", "붙들어"},
+        {AppLanguage::ko, "help_retaining_memory", "그 자리에서 억제하므로 Mac과 AI가 CPU를 두고", "붙들어"},
+        {AppLanguage::ko, "help_protection_applies_to", "그 자리에서 억제합니다", "붙들어"},
+        {AppLanguage::ko, "help_clear_all_aside", "모든 행에 ‘확인’을 한 번에 적용합니다", "확인합니다"},
+        {AppLanguage::ko, "help_clear_all_aside", "적용하고 싶을 때", "적용하려고"},
+        {AppLanguage::ko, "help_set_aside", "‘확인’을 클릭할 때까지", "‘확인’할"},
+        {AppLanguage::ko, "help_set_aside", "‘확인’을 클릭하면", "‘확인’하면"},
+        {AppLanguage::ko, "help_protection_off", "스왑 게이지를", "미터"},
+        {AppLanguage::ko, "help_checks_not_set_up", "보이는 게이지는", "미터"},
+        {AppLanguage::ko, "help_start_background_checks", "게이지만 보이고", "미터"},
+        {AppLanguage::ko, "help_swap_meter", "막대가 길어지면", "올라가면"},
+        {AppLanguage::ko, "help_open_at_login", "별도로", "여전히"},
+        {AppLanguage::ko, "help_check_for_updates", "사용자 모르게", "몰래"},
+        {AppLanguage::ko, "help_auto_updates", "켜짐 상태이면", "켜짐으로"},
+        {AppLanguage::zhHans, "help_set_aside", "循环检查", "循环检测"},
+        {AppLanguage::zhHans, "help_clear_all_aside", "从下次检查起适用于之前暂存的所有应用", "应用于"},
+        {AppLanguage::zhHans, "help_clear_all_aside", "一次性确认", "一次确认"},
+        {AppLanguage::zhHans, "help_quit", "仅退出菜单栏应用", "仅关闭"},
+        {AppLanguage::zhHans, "help_quit", "“应用程序”文件夹或", "“应用程序”或"},
+        {AppLanguage::zhHans, "help_open_at_login", "开启或关闭 Protection", "打开"},
+        {AppLanguage::zhHans, "help_set_aside", "重新放慢", "放缓"},
+        {AppLanguage::zhHans, "help_acknowledge", "重新放慢", "放缓"},
+        {AppLanguage::zhHans, "help_swap_meter", "指示条变长时", "上升"},
+        {AppLanguage::zhHant, "help_extra_memory_status", "危險水準", "危險程度"},
+        {AppLanguage::zhHant, "help_live_data", "瀏覽器中開啟", "打開"},
+        {AppLanguage::zhHant, "help_report_problem", "開啟一封", "打開"},
+        {AppLanguage::zhHant, "help_quit", "重新開啟 Quenchly", "打開"},
+        {AppLanguage::zhHant, "help_quit", "只會結束選單列", "關閉"},
+        {AppLanguage::zhHant, "help_clear_all_aside", "從下次檢查起適用於", "套用到"},
+        {AppLanguage::zhHant, "help_check_for_updates", "絕不會在你不知情時更新", "悄悄"},
+        {AppLanguage::zhHant, "help_retaining_memory", "並非獨立的開關", "另外"},
+        {AppLanguage::zhHant, "help_set_aside", "重新放慢", "放緩"},
+        {AppLanguage::zhHant, "help_acknowledge", "重新放慢", "放緩"},
+        {AppLanguage::zhHant, "help_swap_meter", "指示條變長時", "上升"},
+        {AppLanguage::tl, "help_check_for_updates", "kung ii-install ito", "kung i-install"},
+        {AppLanguage::tl, "help_auto_updates", "kung ii-install ito", "kung i-install"},
+        {AppLanguage::tl, "help_set_aside", "hangga’t hindi mo kini-click ang “Acknowledge”", "nag-a-Acknowledge"},
+        {AppLanguage::tl, "help_set_aside", "Kapag na-click mo ito", "nag-Acknowledge"},
+        {AppLanguage::tl, "help_acknowledge", "sa “ITABI”", "sa ITABI"},
+        {AppLanguage::tl, "help_clear_all_aside", "sa “ITABI”", "sa ITABI"},
+        {AppLanguage::tl, "help_extra_memory_status", "porsiyento ng RAM", "RAM percent"},
+        {AppLanguage::tl, "help_load_meter", "porsiyento ng CPU ng bawat process", "CPU percent"},
+        {AppLanguage::tl, "help_live_data", "Para sa pagtingin lang ito", "Pang-view"},
+        {AppLanguage::tl, "help_open_at_login", "sa login items mo", "iyong"},
+    };
+    for (const auto& row : rows) {
+        const std::string text = lookUp(row.language, row.key);
+        EXPECT_TRUE(contains(text, row.right)) << text;
+        EXPECT_FALSE(contains(text, row.wrong)) << text;
+    }
+}
+
+TEST(L10nHelp, ChineseSwapIsAnAmountWhereItIsNoTerm)
+{
+    for (const auto& [language, swap] :
+         {std::pair<AppLanguage, std::string>{AppLanguage::zhHans, "交换"}, {AppLanguage::zhHant, "交換"}})
+        for (const auto& [key, text] : L10n::table(language))
+            for (std::size_t at = text.find(swap); isHelpKey(key) && at != text.npos; at = text.find(swap, at + 1)) {
+                const std::string_view next = text.substr(at + swap.size());
+                const bool fits = next.starts_with("用量") || next.starts_with("指示") || next.starts_with("文件") ||
+                                  next.starts_with("檔") || next.starts_with("）");
+                EXPECT_TRUE(fits) << text;
+            }
+}
+
+TEST(L10nTables, ApostrophesAreTypographic)
+{
+    for (const AppLanguage language : allLanguages)
+        for (const auto& [key, text] : L10n::table(language))
+            EXPECT_FALSE(contains(text, "'") || contains(text, "\"")) << rawValue(language) << ' ' << key;
+}
+
 TEST(L10nHelp, ParagraphsNameRowsAsTheirLabelsDo)
 {
     const std::pair<std::string_view, std::string_view> mentions[] = {
