@@ -1,6 +1,8 @@
 #include "help_copy.h"
 
+#include "help_wording.h"
 #include "l10n.h"
+#include "this_computer.h"
 
 namespace quenchly {
 namespace MemoryReliefCopy {
@@ -31,109 +33,115 @@ std::optional<std::string> liveTip(const LiveTip& arguments)
 
 namespace MenuHelpCopy {
 
+std::string paragraph(std::string_view key)
+{
+    const std::string text = L10n::t(key);
+    return thisComputerIsAMac() ? text : HelpWording::withComputerForMac(text, L10n::language());
+}
+
 std::string protectionOn()
 {
-    return L10n::t("help_protection_on");
+    return paragraph("help_protection_on");
 }
 
 std::string protectionOff()
 {
-    return L10n::t("help_protection_off");
+    return paragraph("help_protection_off");
 }
 
 std::string checksNotSetUp()
 {
-    return L10n::t("help_checks_not_set_up");
+    return paragraph("help_checks_not_set_up");
 }
 
 std::string startBackgroundChecks()
 {
-    return L10n::t("help_start_background_checks");
+    return paragraph("help_start_background_checks");
 }
 
 std::string retainingMemory()
 {
-    return L10n::t("help_retaining_memory");
+    return paragraph("help_retaining_memory");
 }
 
 std::string unloadListedAI()
 {
-    return L10n::t("help_unload_listed_ai");
+    return paragraph("help_unload_listed_ai");
 }
 
 std::string extraMemoryStatus()
 {
-    return L10n::t("help_extra_memory_status");
+    return paragraph("help_extra_memory_status");
 }
 
 std::string extraMemoryTip()
 {
-    return L10n::t("help_extra_memory_tip");
+    return paragraph("help_extra_memory_tip");
 }
 
 std::string loadMeter()
 {
-    return L10n::t("help_load_meter");
+    return paragraph("help_load_meter");
 }
 
 std::string swapMeter()
 {
-    return L10n::t("help_swap_meter");
+    return paragraph("help_swap_meter");
 }
 
 std::string protectionAppliesTo()
 {
-    return L10n::t("help_protection_applies_to");
+    return paragraph("help_protection_applies_to");
 }
 
 std::string setAside()
 {
-    return L10n::t("help_set_aside");
+    return paragraph("help_set_aside");
 }
 
 std::string acknowledge()
 {
-    return L10n::t("help_acknowledge");
+    return paragraph("help_acknowledge");
 }
 
 std::string clearAllAside()
 {
-    return L10n::t("help_clear_all_aside");
+    return paragraph("help_clear_all_aside");
 }
 
 std::string liveData()
 {
-    return L10n::t("help_live_data");
+    return paragraph("help_live_data");
 }
 
 std::string checkForUpdates()
 {
-    return L10n::t("help_check_for_updates");
+    return paragraph("help_check_for_updates");
 }
 
 std::string autoUpdates()
 {
-    return L10n::t("help_auto_updates");
+    return paragraph("help_auto_updates");
 }
 
 std::string openAtLogin()
 {
-    return L10n::t("help_open_at_login");
+    return paragraph("help_open_at_login");
 }
 
 std::string reportProblem()
 {
-    return L10n::t("help_report_problem");
+    return paragraph("help_report_problem");
 }
 
 std::string uninstall()
 {
-    return L10n::t("help_uninstall");
+    return paragraph("help_uninstall");
 }
 
 std::string quit()
 {
-    return L10n::t("help_quit");
+    return paragraph("help_quit");
 }
 
 }  // namespace MenuHelpCopy

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quenchly {
 
@@ -26,6 +27,9 @@ std::optional<std::string> liveTip(const LiveTip& arguments);
 
 /// The help paragraph of each menu item, in the language in force.
 namespace MenuHelpCopy {
+
+/// The paragraph of a key that begins with "help_", as it is shown: where this is no Mac it speaks of a computer.
+std::string paragraph(std::string_view key);
 
 std::string protectionOn();
 std::string protectionOff();

@@ -4,8 +4,11 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <tuple>
 
 #include "shown_language.h"
+#include "this_computer.h"
 
 namespace quenchly {
 namespace {
@@ -82,7 +85,7 @@ const Row paragraphs[] = {
      "Shows current load, swap, Protection status, and recent check history. "
      "Read-only view; change Protection or unload from the menu, not the dashboard."},
     {"help_check_for_updates", MenuHelpCopy::checkForUpdates,
-     "Looks on Quenchly's update site for a newer build. "
+     "Looks on Quenchly’s update site for a newer build. "
      "If one exists, you choose whether to install. Quenchly never updates silently."},
     {"help_auto_updates", MenuHelpCopy::autoUpdates,
      "When On, Quenchly periodically checks its update site for a newer build. "
@@ -106,10 +109,32 @@ const Row paragraphs[] = {
      "Reopen Quenchly from Applications or login items."},
 };
 
+/// What a paragraph says elsewhere than on a Mac, where it departs from the one above.
+const std::tuple<std::string_view, std::string_view, std::string_view> departures[] = {
+    {"help_protection_on", "When your Mac is under", "When your computer is under"},
+    {"help_protection_off", "even when the Mac is overloaded", "even when the computer is overloaded"},
+    {"help_protection_off", "for Mac usability", "for computer usability"},
+    {"help_swap_meter", "the Mac feels heavy", "the computer feels heavy"},
+    {"help_live_data", "in your browser on this Mac.", "in your browser on this computer."},
+    {"help_report_problem", "details from this Mac (", "details from this computer ("},
+    {"help_uninstall", "app from this Mac.", "app from this computer."},
+};
+
+std::string asShownHere(const Row& row)
+{
+    std::string text = row.english;
+    for (const auto& [key, mac, computer] : departures)
+        if (key == row.key && !thisComputerIsAMac())
+            text.replace(text.find(mac), mac.size(), computer);
+    return text;
+}
+
 TEST_F(HelpTexts, EachItemHasItsEnglishParagraph)
 {
-    for (const Row& row : paragraphs)
-        EXPECT_EQ(row.help(), row.english) << row.key;
+    for (const Row& row : paragraphs) {
+        EXPECT_EQ(L10n::t(row.key), row.english) << row.key;
+        EXPECT_EQ(row.help(), asShownHere(row)) << row.key;
+    }
 }
 
 TEST_F(HelpTexts, EachItemLooksItsOwnKeyUpInTheLanguageInForce)
@@ -117,7 +142,7 @@ TEST_F(HelpTexts, EachItemLooksItsOwnKeyUpInTheLanguageInForce)
     for (const AppLanguage language : testing::allLanguages) {
         L10n::testingLanguage = language;
         for (const Row& row : paragraphs)
-            EXPECT_EQ(row.help(), L10n::t(row.key)) << row.key;
+            EXPECT_EQ(row.help(), MenuHelpCopy::paragraph(row.key)) << row.key;
         EXPECT_EQ(MemoryReliefCopy::tip(), L10n::t("help_extra_memory_tip"));
         EXPECT_EQ(MemoryReliefCopy::checksNotSetUpDetail(), L10n::t("help_checks_not_set_up"));
     }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "help_copy.h"
 #include "menu_content.h"
 #include "menu_content_fixture.h"
 
@@ -38,7 +39,11 @@ std::optional<Row> row(const MenuContent& content, MenuAction action)
 
 Row enabledRow(MenuAction action, const char* label, const char* trailing, const char* helpKey)
 {
-    return {.action = action, .label = label, .trailing = trailing, .help = L10n::t(helpKey), .enabled = true};
+    return {.action = action,
+            .label = label,
+            .trailing = trailing,
+            .help = MenuHelpCopy::paragraph(helpKey),
+            .enabled = true};
 }
 
 TEST_F(MenuContentTest, TheActionsStandInTheirOrderWithADividerBetweenTheGroups)

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "help_copy.h"
 #include "menu_content.h"
 #include "menu_content_fixture.h"
 
@@ -107,12 +108,12 @@ TEST_F(MenuContentTest, EveryHelpIsInTheLanguageInForce)
                 helps.push_back(row.help);
         ASSERT_EQ(helps.size(), keys.size());
         for (std::size_t i = 0; i < keys.size(); ++i)
-            EXPECT_EQ(helps[i], L10n::t(keys[i]));
-        EXPECT_EQ(shown.header.lockupHelp, L10n::t("help_protection_on"));
-        EXPECT_EQ(shown.targets.help, L10n::t("help_protection_applies_to"));
-        EXPECT_EQ(shown.setAside->help, L10n::t("help_set_aside"));
-        EXPECT_EQ(shown.setAside->acknowledgeHelp, L10n::t("help_acknowledge"));
-        EXPECT_EQ(shown.setAside->clearAllHelp, L10n::t("help_clear_all_aside"));
+            EXPECT_EQ(helps[i], MenuHelpCopy::paragraph(keys[i]));
+        EXPECT_EQ(shown.header.lockupHelp, MenuHelpCopy::paragraph("help_protection_on"));
+        EXPECT_EQ(shown.targets.help, MenuHelpCopy::paragraph("help_protection_applies_to"));
+        EXPECT_EQ(shown.setAside->help, MenuHelpCopy::paragraph("help_set_aside"));
+        EXPECT_EQ(shown.setAside->acknowledgeHelp, MenuHelpCopy::paragraph("help_acknowledge"));
+        EXPECT_EQ(shown.setAside->clearAllHelp, MenuHelpCopy::paragraph("help_clear_all_aside"));
     }
 }
 

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "help_copy.h"
 #include "menu_content_fixture.h"
 
 namespace quenchly {
@@ -29,7 +30,7 @@ std::string paragraphs(const std::vector<std::string_view>& keys)
 {
     std::string text;
     for (const std::string_view key : keys)
-        text += (text.empty() ? "" : "\n\n") + L10n::t(key);
+        text += (text.empty() ? "" : "\n\n") + MenuHelpCopy::paragraph(key);
     return text;
 }
 
@@ -97,7 +98,7 @@ TEST_F(MenuContentTest, MissingChecksComeBeforeProtectionInTheLockup)
         install(status, row.installation);
         const MenuContent::Header header = content().header;
         EXPECT_EQ(header.lockup, row.lockup);
-        EXPECT_EQ(header.lockupHelp, L10n::t(row.helpKey));
+        EXPECT_EQ(header.lockupHelp, MenuHelpCopy::paragraph(row.helpKey));
         EXPECT_EQ(header.lockupTone, row.tone);
     }
 }
@@ -204,7 +205,8 @@ TEST_F(MenuContentTest, WithoutATipOfItsOwnHighSwapWithLiveListedAiGivesTheGener
                 status.memoryReliefTip = tip;
                 status.swapCritical = true;
                 targetRows[1].state = state;
-                EXPECT_EQ(content().header.memoryTip, state == State::unknown ? "" : L10n::t("help_extra_memory_tip"));
+                EXPECT_EQ(content().header.memoryTip,
+                          state == State::unknown ? "" : MenuHelpCopy::paragraph("help_extra_memory_tip"));
                 status.swapCritical = false;
                 EXPECT_EQ(content().header.memoryTip, "");
             }
@@ -217,7 +219,7 @@ TEST_F(MenuContentTest, TheMetricsOwnFlagOfHighSwapCountsToo)
     status.lastMetrics = LastMetrics{.swapCritical = true};
     EXPECT_EQ(content().header.memoryTip, "");
     targetRows[3].state = State::paused;
-    EXPECT_EQ(content().header.memoryTip, L10n::t("help_extra_memory_tip"));
+    EXPECT_EQ(content().header.memoryTip, MenuHelpCopy::paragraph("help_extra_memory_tip"));
     status.lastMetrics->swapCritical = false;
     EXPECT_EQ(content().header.memoryTip, "");
 }
@@ -254,7 +256,7 @@ TEST_F(MenuContentTest, TheTargetsAreIntroducedAndExplainedBeforeTheFirstScan)
     const MenuContent::Targets targets = content().targets;
     EXPECT_EQ(targets.rows.size(), 0u);
     EXPECT_EQ(targets.heading, "Protection applies to");
-    EXPECT_EQ(targets.help, L10n::t("help_protection_applies_to"));
+    EXPECT_EQ(targets.help, MenuHelpCopy::paragraph("help_protection_applies_to"));
     EXPECT_EQ(targets.note, "Ollama, MLX, LM Studio headless, llama.cpp. Never code editors, browsers, or Mail.");
 }
 
@@ -321,14 +323,14 @@ TEST_F(MenuContentTest, OneEntrySetAsideHasNoButtonThatClearsAll)
     const auto setAside = content().setAside;
     ASSERT_TRUE(setAside);
     EXPECT_EQ(setAside->heading, "SET ASIDE (1)");
-    EXPECT_EQ(setAside->help, L10n::t("help_set_aside"));
+    EXPECT_EQ(setAside->help, MenuHelpCopy::paragraph("help_set_aside"));
     EXPECT_EQ(setAside->entries, (std::vector<MenuContent::SetAsideEntry>{
                                      {.id = "pid-7",
                                       .label = "mlx_lm.server",
                                       .age = "2m 5s ago",
                                       .fullText = "mlx_lm.server\n/usr/local/bin/mlx_lm.server --port 8080\nlooped"}}));
     EXPECT_EQ(setAside->acknowledge, "Acknowledge");
-    EXPECT_EQ(setAside->acknowledgeHelp, L10n::t("help_acknowledge"));
+    EXPECT_EQ(setAside->acknowledgeHelp, MenuHelpCopy::paragraph("help_acknowledge"));
     EXPECT_EQ(setAside->clearAll, "");
     EXPECT_TRUE(setAside->enabled);
     EXPECT_EQ(setAside->footnote, "Only Ollama, MLX, LM Studio.");
@@ -341,7 +343,7 @@ TEST_F(MenuContentTest, TwoEntriesSetAsideCanBeClearedAtOnce)
     ASSERT_TRUE(setAside);
     EXPECT_EQ(setAside->heading, "SET ASIDE (2)");
     EXPECT_EQ(setAside->clearAll, "Clear all (2)");
-    EXPECT_EQ(setAside->clearAllHelp, L10n::t("help_clear_all_aside"));
+    EXPECT_EQ(setAside->clearAllHelp, MenuHelpCopy::paragraph("help_clear_all_aside"));
     EXPECT_EQ(labels(*setAside), (std::vector<std::string>{"lmstudio", "ollama"}));
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "help_copy.h"
 #include "shown_language.h"
 
 namespace quenchly {
@@ -41,11 +42,13 @@ TEST_F(MetricsMetersTest, AnOrdinaryRecordGivesBothMeters)
 {
     const MetricsMeters meters = MetricsMeters::of(
         {.load1 = 2.5, .swapPct = 31.4, .swapUsedMB = 3482, .cpuCount = 8, .cpuLoadPct = 37, .menubarLine = "other"});
-    EXPECT_EQ(meters.load,
-              (MeterContent{
-                  .label = "load", .help = L10n::t("help_load_meter"), .value = "37%", .fill = 31.25, .accent = blue}));
+    EXPECT_EQ(meters.load, (MeterContent{.label = "load",
+                                         .help = MenuHelpCopy::paragraph("help_load_meter"),
+                                         .value = "37%",
+                                         .fill = 31.25,
+                                         .accent = blue}));
     EXPECT_EQ(meters.swap, (MeterContent{.label = "swap",
-                                         .help = L10n::t("help_swap_meter"),
+                                         .help = MenuHelpCopy::paragraph("help_swap_meter"),
                                          .subtitle = "3.4 GB",
                                          .value = "31%",
                                          .fill = 31.4,
@@ -176,7 +179,7 @@ TEST_F(MetricsMetersTest, CriticalSwapWithoutAPercentIsClayExtraMemoryOnDisk)
     EXPECT_EQ(meter.value, "n/a");
     EXPECT_EQ(meter.fill, 0);
     EXPECT_EQ(meter.accent, clay);
-    EXPECT_EQ(meter.help, L10n::t("help_swap_meter"));
+    EXPECT_EQ(meter.help, MenuHelpCopy::paragraph("help_swap_meter"));
 }
 
 TEST_F(MetricsMetersTest, FiguresBeyondAllMeasureGiveShortTexts)
@@ -199,8 +202,8 @@ TEST_F(MetricsMetersTest, TheLabelsAndTheirHelpAreInTheLanguageInForce)
             const MetricsMeters meters = MetricsMeters::of({.cpuLoadPct = 37, .swapCritical = critical});
             EXPECT_EQ(meters.load.label, L10n::t("load"));
             EXPECT_EQ(meters.swap.label, L10n::t(critical ? "extra_memory_on_disk" : "swap"));
-            EXPECT_EQ(meters.load.help, L10n::t("help_load_meter"));
-            EXPECT_EQ(meters.swap.help, L10n::t("help_swap_meter"));
+            EXPECT_EQ(meters.load.help, MenuHelpCopy::paragraph("help_load_meter"));
+            EXPECT_EQ(meters.swap.help, MenuHelpCopy::paragraph("help_swap_meter"));
         }
     }
 }
@@ -209,9 +212,9 @@ TEST_F(MetricsMetersTest, HelpIsFoundByTheEnglishLabelInEveryLanguage)
 {
     for (const AppLanguage language : allLanguages) {
         L10n::testingLanguage = language;
-        EXPECT_EQ(MetricsMeters::meterHelp("load"), L10n::t("help_load_meter"));
-        EXPECT_EQ(MetricsMeters::meterHelp("swap"), L10n::t("help_swap_meter"));
-        EXPECT_EQ(MetricsMeters::meterHelp("extra memory on disk"), L10n::t("help_swap_meter"));
+        EXPECT_EQ(MetricsMeters::meterHelp("load"), MenuHelpCopy::paragraph("help_load_meter"));
+        EXPECT_EQ(MetricsMeters::meterHelp("swap"), MenuHelpCopy::paragraph("help_swap_meter"));
+        EXPECT_EQ(MetricsMeters::meterHelp("extra memory on disk"), MenuHelpCopy::paragraph("help_swap_meter"));
         for (const char* other : {"", "Load", "load ", "swaps", "memory", "help_load_meter"})
             EXPECT_EQ(MetricsMeters::meterHelp(other), "") << other;
     }

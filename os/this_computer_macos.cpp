@@ -1,0 +1,10 @@
+#include "this_computer.h"
+
+namespace quenchly {
+
+bool thisComputerIsAMac() noexcept
+{
+    return true;
+}
+
+}  // namespace quenchly
