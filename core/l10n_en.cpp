@@ -131,6 +131,56 @@ constexpr Entry entries[] = {
      "Closes the menu bar app only. "
      "If background checks are installed, they keep running and Protection stays as configured. "
      "Reopen Quenchly from Applications or login items."},
+    {"turn_on", "Turn On"},
+    {"turn_off", "Turn Off"},
+    {"install", "Install"},
+    {"status", "Status"},
+    {"extra_memory_tip", "Extra memory tip"},
+    {"help", "Help"},
+    {"titled_help", "%@, Help"},
+    {"two_sentences", "%@. %@"},
+    {"needs_tool", "Needs the quenchly tool, which was not found"},
+    {"needs_interpreter", "Needs Node.js, which was not found"},
+    {"scroll", "Scroll"},
+    {"scroll_description", "Shows the rest of the panel"},
+    {"ok", "OK"},
+    {"cancel", "Cancel"},
+    {"updates_text",
+     "Checking will work once updates are published on %@. "
+     "Until then, new versions come from https://%@/quenchly/."},
+    {"updates_by_package_manager", "If Quenchly came as a package, the package manager updates it."},
+    {"support_email_copied", "Support email copied"},
+    {"support_email_copied_text",
+     "A draft for %@ is on your clipboard. "
+     "Paste into webmail, or open the support form and send from the browser."},
+    {"open_support_form", "Open support form"},
+    {"try_mail", "Try Mail"},
+    {"uninstall_question", "Uninstall Quenchly?"},
+    {"uninstall_question_text",
+     "This turns off Open at Login and removes the background check (%@). "
+     "Your saved data stays on this Mac; "
+     "you can remove it in the next step."},
+    {"uninstall_button", "Uninstall"},
+    {"remove_data_question", "Remove saved data too?"},
+    {"remove_data_question_text",
+     "This step is optional. "
+     "It archives your Quenchly data folder (its saved state) and then removes the live copy. "
+     "Skip it to keep the data for a later install."},
+    {"keep_saved_data", "Keep saved data"},
+    {"remove_saved_data", "Remove saved data"},
+    {"trash_question", "Move Quenchly to the Trash?"},
+    {"trash_question_text",
+     "Removes the menu-bar app from this Mac. "
+     "You can reinstall from the Quenchly download later."},
+    {"move_to_trash", "Move to Trash"},
+    {"keep_app", "Keep app"},
+    {"uninstalled", "Quenchly uninstalled"},
+    {"uninstalled_text",
+     "Open at Login is off and the background check is removed. "
+     "The app is still here; "
+     "Quit when you are done, or Move to Trash from Finder."},
+    {"last_check", "Last check %@"},
+    {"eased_back_heading", "Eased back"},
 };
 
 }  // namespace

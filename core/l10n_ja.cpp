@@ -139,6 +139,57 @@ constexpr Entry entries[] = {
      "バックグラウンドチェックがインストールされている場合は、そのまま動作し続け、"
      "Protectionも設定どおりに保たれます。"
      "Quenchlyは「アプリケーション」フォルダまたはログイン項目から開き直せます。"},
+    {"turn_on", "オンにする"},
+    {"turn_off", "オフにする"},
+    {"install", "インストール"},
+    {"status", "ステータス"},
+    {"extra_memory_tip", "追加メモリのヒント"},
+    {"help", "ヘルプ"},
+    {"titled_help", "%@、ヘルプ"},
+    {"two_sentences", "%@。%@"},
+    {"needs_tool", "quenchlyツールが必要ですが、見つかりません"},
+    {"needs_interpreter", "Node.jsが必要ですが、見つかりません"},
+    {"scroll", "スクロール"},
+    {"scroll_description", "パネルの続きを表示します"},
+    {"ok", "OK"},
+    {"cancel", "キャンセル"},
+    {"updates_text",
+     "%@でアップデートが公開されると、確認できるようになります。"
+     "それまでは、新しいバージョンをhttps://%@/quenchly/から入手してください。"},
+    {"updates_by_package_manager",
+     "Quenchlyをパッケージとしてインストールした場合は、パッケージマネージャがアップデートします。"},
+    {"support_email_copied", "サポート宛てのメールをコピーしました"},
+    {"support_email_copied_text",
+     "%@宛ての下書きがクリップボードにあります。"
+     "Webメールにペーストするか、サポートフォームを開いてブラウザから送信してください。"},
+    {"open_support_form", "サポートフォームを開く"},
+    {"try_mail", "Mailを使ってみる"},
+    {"uninstall_question", "Quenchlyをアンインストールしますか？"},
+    {"uninstall_question_text",
+     "「ログイン時に開く」をオフにし、バックグラウンドチェック（%@）を削除します。"
+     "保存されたデータはこのMacに残ります。"
+     "データは次の手順で削除できます。"},
+    {"uninstall_button", "アンインストール"},
+    {"remove_data_question", "保存されたデータも削除しますか？"},
+    {"remove_data_question_text",
+     "この手順は任意です。"
+     "Quenchlyのデータフォルダ（保存された状態）をアーカイブしてから、使用中のコピーを削除します。"
+     "後でインストールするときのためにデータを残すには、この手順をスキップしてください。"},
+    {"keep_saved_data", "保存されたデータを残す"},
+    {"remove_saved_data", "保存されたデータを削除"},
+    {"trash_question", "Quenchlyをゴミ箱に入れますか？"},
+    {"trash_question_text",
+     "このMacからメニューバーアプリを削除します。"
+     "後でQuenchlyをダウンロードして再インストールできます。"},
+    {"move_to_trash", "ゴミ箱に入れる"},
+    {"keep_app", "アプリを残す"},
+    {"uninstalled", "Quenchlyをアンインストールしました"},
+    {"uninstalled_text",
+     "「ログイン時に開く」はオフになり、バックグラウンドチェックは削除されました。"
+     "アプリはまだ残っています。"
+     "用が済んだら終了するか、Finderからゴミ箱に入れてください。"},
+    {"last_check", "前回のチェック: %@"},
+    {"eased_back_heading", "ペースを落とした対象"},
 };
 
 }  // namespace

@@ -129,6 +129,55 @@ constexpr Entry entries[] = {
      "메뉴 막대 앱만 종료합니다. "
      "백그라운드 검사가 설치되어 있으면 계속 실행되며 Protection도 설정된 대로 유지됩니다. "
      "응용 프로그램 폴더 또는 로그인 항목에서 Quenchly를 다시 여십시오."},
+    {"turn_on", "켜기"},
+    {"turn_off", "끄기"},
+    {"install", "설치"},
+    {"status", "상태"},
+    {"extra_memory_tip", "추가 메모리 팁"},
+    {"help", "도움말"},
+    {"titled_help", "%@, 도움말"},
+    {"two_sentences", "%@. %@"},
+    {"needs_tool", "quenchly 도구가 필요하지만 찾을 수 없음"},
+    {"needs_interpreter", "Node.js가 필요하지만 찾을 수 없음"},
+    {"scroll", "스크롤"},
+    {"scroll_description", "패널의 나머지 부분을 표시합니다"},
+    {"ok", "확인"},
+    {"cancel", "취소"},
+    {"updates_text",
+     "%@에 업데이트가 게시되면 확인할 수 있습니다. "
+     "그전까지 새 버전은 https://%@/quenchly/에서 받을 수 있습니다."},
+    {"updates_by_package_manager", "Quenchly를 패키지로 설치했다면 패키지 관리자가 업데이트합니다."},
+    {"support_email_copied", "지원팀에 보낼 이메일이 복사됨"},
+    {"support_email_copied_text",
+     "%@ 주소로 보낼 초안이 클립보드에 있습니다. "
+     "웹메일에 붙여넣거나, 지원 양식을 열어 브라우저에서 보내십시오."},
+    {"open_support_form", "지원 양식 열기"},
+    {"try_mail", "Mail 사용해 보기"},
+    {"uninstall_question", "Quenchly를 제거하시겠습니까?"},
+    {"uninstall_question_text",
+     "‘로그인 시 열기’를 끄고 백그라운드 검사(%@)를 제거합니다. "
+     "저장된 데이터는 이 Mac에 남으며 다음 단계에서 제거할 수 있습니다."},
+    {"uninstall_button", "제거"},
+    {"remove_data_question", "저장된 데이터도 제거하시겠습니까?"},
+    {"remove_data_question_text",
+     "이 단계는 선택 사항입니다. "
+     "Quenchly 데이터 폴더(저장된 상태)를 아카이브한 다음 사용 중인 사본을 제거합니다. "
+     "나중에 설치할 때를 위해 데이터를 남겨 두려면 이 단계를 건너뛰십시오."},
+    {"keep_saved_data", "저장된 데이터 유지"},
+    {"remove_saved_data", "저장된 데이터 제거"},
+    {"trash_question", "Quenchly를 휴지통으로 이동하시겠습니까?"},
+    {"trash_question_text",
+     "이 Mac에서 메뉴 막대 앱을 제거합니다. "
+     "나중에 Quenchly를 다운로드하여 다시 설치할 수 있습니다."},
+    {"move_to_trash", "휴지통으로 이동"},
+    {"keep_app", "앱 유지"},
+    {"uninstalled", "Quenchly가 제거됨"},
+    {"uninstalled_text",
+     "‘로그인 시 열기’가 꺼지고 백그라운드 검사가 제거되었습니다. "
+     "앱은 아직 남아 있습니다. "
+     "작업을 마치면 종료하거나 Finder에서 휴지통으로 이동하십시오."},
+    {"last_check", "마지막 검사: %@"},
+    {"eased_back_heading", "속도를 늦춘 대상"},
 };
 
 }  // namespace

@@ -140,6 +140,58 @@ constexpr Entry entries[] = {
      "Kung naka-install ang background checks, patuloy na tatakbo ang mga ito at mananatili ang Protection ayon "
      "sa pagkaka-set. "
      "Buksan ulit ang Quenchly mula sa Applications o login items."},
+    {"turn_on", "I-on"},
+    {"turn_off", "I-off"},
+    {"install", "I-install"},
+    {"status", "Status"},
+    {"extra_memory_tip", "Tip sa extra memory"},
+    {"help", "Tulong"},
+    {"titled_help", "%@, Tulong"},
+    {"two_sentences", "%@. %@"},
+    {"needs_tool", "Kailangan ang quenchly tool, pero hindi ito nahanap"},
+    {"needs_interpreter", "Kailangan ang Node.js, pero hindi ito nahanap"},
+    {"scroll", "Mag-scroll"},
+    {"scroll_description", "Ipinapakita ang natitirang bahagi ng panel"},
+    {"ok", "OK"},
+    {"cancel", "Kanselahin"},
+    {"updates_text",
+     "Gagana ang pagtingin kapag may na-publish nang updates sa %@. "
+     "Hanggang sa panahong iyon, makukuha ang mga bagong version sa https://%@/quenchly/."},
+    {"updates_by_package_manager",
+     "Kung na-install ang Quenchly bilang package, ang package manager ang nag-a-update nito."},
+    {"support_email_copied", "Na-copy na ang email para sa support"},
+    {"support_email_copied_text",
+     "Nasa clipboard mo na ang draft para sa %@. "
+     "I-paste ito sa webmail, o buksan ang support form at magpadala mula sa browser."},
+    {"open_support_form", "Buksan ang support form"},
+    {"try_mail", "Subukan ang Mail"},
+    {"uninstall_question", "I-uninstall ang Quenchly?"},
+    {"uninstall_question_text",
+     "Io-off nito ang “Buksan sa Login” at aalisin ang background check (%@). "
+     "Mananatili sa Mac na ito ang naka-save mong data; "
+     "puwede mo itong alisin sa susunod na hakbang."},
+    {"uninstall_button", "I-uninstall"},
+    {"remove_data_question", "Alisin din ang naka-save na data?"},
+    {"remove_data_question_text",
+     "Opsyonal ang hakbang na ito. "
+     "Ina-archive nito ang data folder mo sa Quenchly (ang naka-save na estado nito), saka inaalis ang kopyang "
+     "ginagamit. "
+     "Laktawan ito para manatili ang data para sa susunod na pag-install."},
+    {"keep_saved_data", "Panatilihin ang naka-save na data"},
+    {"remove_saved_data", "Alisin ang naka-save na data"},
+    {"trash_question", "Ilipat ang Quenchly sa Trash?"},
+    {"trash_question_text",
+     "Inaalis nito sa Mac na ito ang menu bar app. "
+     "Puwede mo itong i-download at i-install ulit sa ibang pagkakataon."},
+    {"move_to_trash", "Ilipat sa Trash"},
+    {"keep_app", "Panatilihin ang app"},
+    {"uninstalled", "Na-uninstall na ang Quenchly"},
+    {"uninstalled_text",
+     "Naka-off na ang “Buksan sa Login” at inalis na ang background check. "
+     "Narito pa ang app; "
+     "isara ito kapag tapos ka na, o ilipat ito sa Trash mula sa Finder."},
+    {"last_check", "Huling check: %@"},
+    {"eased_back_heading", "Pinabagal"},
 };
 
 }  // namespace

@@ -126,6 +126,48 @@ constexpr Entry entries[] = {
      "仅退出菜单栏应用。"
      "如果已安装后台检查，它们会继续运行，Protection 也会保持原有设置。"
      "可从“应用程序”文件夹或登录项重新打开 Quenchly。"},
+    {"turn_on", "开启"},
+    {"turn_off", "关闭"},
+    {"install", "安装"},
+    {"status", "状态"},
+    {"extra_memory_tip", "额外内存提示"},
+    {"help", "帮助"},
+    {"titled_help", "%@，帮助"},
+    {"two_sentences", "%@。%@"},
+    {"needs_tool", "需要 quenchly 工具，但未找到"},
+    {"needs_interpreter", "需要 Node.js，但未找到"},
+    {"scroll", "滚动"},
+    {"scroll_description", "显示面板的其余部分"},
+    {"ok", "好"},
+    {"cancel", "取消"},
+    {"updates_text", "%@ 发布更新后即可检查。在此之前，请从 https://%@/quenchly/ 获取新版本。"},
+    {"updates_by_package_manager", "如果 Quenchly 是以软件包形式安装的，软件包管理器会更新它。"},
+    {"support_email_copied", "已拷贝支持邮件"},
+    {"support_email_copied_text", "写给 %@ 的草稿已在剪贴板中。请粘贴到网页邮箱，或打开支持表单并从浏览器发送。"},
+    {"open_support_form", "打开支持表单"},
+    {"try_mail", "尝试用“邮件”发送"},
+    {"uninstall_question", "要卸载 Quenchly 吗？"},
+    {"uninstall_question_text",
+     "这会关闭“登录时打开”并移除后台检查（%@）。"
+     "已保存的数据会留在这台 Mac 上；你可以在下一步中移除。"},
+    {"uninstall_button", "卸载"},
+    {"remove_data_question", "要同时移除已保存的数据吗？"},
+    {"remove_data_question_text",
+     "此步骤可选。"
+     "它会先将你的 Quenchly 数据文件夹（已保存的状态）归档，再移除使用中的副本。"
+     "如需保留数据供以后安装时使用，请跳过此步骤。"},
+    {"keep_saved_data", "保留已保存的数据"},
+    {"remove_saved_data", "移除已保存的数据"},
+    {"trash_question", "要将 Quenchly 移到废纸篓吗？"},
+    {"trash_question_text", "从这台 Mac 移除菜单栏应用。以后可以下载 Quenchly 重新安装。"},
+    {"move_to_trash", "移到废纸篓"},
+    {"keep_app", "保留应用"},
+    {"uninstalled", "已卸载 Quenchly"},
+    {"uninstalled_text",
+     "“登录时打开”已关闭，后台检查已移除。"
+     "应用仍在这里；用完后请退出，或从“访达”将其移到废纸篓。"},
+    {"last_check", "上次检查：%@"},
+    {"eased_back_heading", "已放慢"},
 };
 
 }  // namespace

@@ -126,6 +126,48 @@ constexpr Entry entries[] = {
      "只會結束選單列 App。"
      "如果已安裝背景檢查，它們會繼續執行，Protection 也會維持原有設定。"
      "可從「應用程式」或登入項目重新開啟 Quenchly。"},
+    {"turn_on", "開啟"},
+    {"turn_off", "關閉"},
+    {"install", "安裝"},
+    {"status", "狀態"},
+    {"extra_memory_tip", "額外記憶體提示"},
+    {"help", "輔助說明"},
+    {"titled_help", "%@，輔助說明"},
+    {"two_sentences", "%@。%@"},
+    {"needs_tool", "需要 quenchly 工具，但找不到"},
+    {"needs_interpreter", "需要 Node.js，但找不到"},
+    {"scroll", "捲動"},
+    {"scroll_description", "顯示面板的其餘部分"},
+    {"ok", "好"},
+    {"cancel", "取消"},
+    {"updates_text", "%@ 發布更新後即可檢查。在此之前，請從 https://%@/quenchly/ 取得新版本。"},
+    {"updates_by_package_manager", "如果 Quenchly 是以套件形式安裝的，套件管理程式會更新它。"},
+    {"support_email_copied", "已拷貝支援郵件"},
+    {"support_email_copied_text", "寫給 %@ 的草稿已在剪貼板中。請貼到網頁郵件，或開啟支援表單並從瀏覽器傳送。"},
+    {"open_support_form", "開啟支援表單"},
+    {"try_mail", "嘗試用「郵件」傳送"},
+    {"uninstall_question", "要解除安裝 Quenchly 嗎？"},
+    {"uninstall_question_text",
+     "這會關閉「登入時開啟」並移除背景檢查（%@）。"
+     "已儲存的資料會留在這台 Mac 上；你可以在下一步中移除。"},
+    {"uninstall_button", "解除安裝"},
+    {"remove_data_question", "要同時移除已儲存的資料嗎？"},
+    {"remove_data_question_text",
+     "此步驟可略過。"
+     "它會先將你的 Quenchly 資料檔案夾（已儲存的狀態）封存，再移除使用中的副本。"
+     "如需保留資料供日後安裝時使用，請略過此步驟。"},
+    {"keep_saved_data", "保留已儲存的資料"},
+    {"remove_saved_data", "移除已儲存的資料"},
+    {"trash_question", "要將 Quenchly 移到垃圾桶嗎？"},
+    {"trash_question_text", "從這台 Mac 移除選單列 App。日後可以下載 Quenchly 重新安裝。"},
+    {"move_to_trash", "移到垃圾桶"},
+    {"keep_app", "保留 App"},
+    {"uninstalled", "已解除安裝 Quenchly"},
+    {"uninstalled_text",
+     "「登入時開啟」已關閉，背景檢查已移除。"
+     "App 仍在這裡；用完後請結束，或從 Finder 將其移到垃圾桶。"},
+    {"last_check", "上次檢查：%@"},
+    {"eased_back_heading", "已放慢"},
 };
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include "recency_copy.h"
 #include "relative_time.h"
 #include "text.h"
-#include "verdict_story.h"
 
 namespace quenchly {
 namespace {
@@ -32,7 +31,7 @@ std::string lastCheckLine(const QuenchStatus& status, Instant now)
 {
     const auto age = RecencyCopy::ageSeconds(status.lastCheckISO, now);
     const auto recency = RecencyCopy::extraLine({.ageSeconds = age, .iconStale = status.icon == QuenchIcon::stale});
-    std::string text = status.lastCheckAge.empty() ? "" : "Last check " + status.lastCheckAge.utf8();
+    std::string text = status.lastCheckAge.empty() ? "" : L10n::tf("last_check", {status.lastCheckAge.utf8()});
     if (recency && *recency != status.headline.utf8())
         text += (text.empty() ? "" : " · ") + *recency;
     return text.empty() ? std::string() : line(text);
@@ -62,9 +61,9 @@ std::string heldRows(const QuenchStatus& status, Instant now)
 {
     if (status.pausedTargets.empty())
         return {};
-    return std::string(VerdictStoryLogic::easedBackTargetLine) + "\n" +
-           rows(status.pausedTargets,
-                [&](const PausedEntry& entry) { return row(entry.label.utf8(), entry.pausedAt, entry.reason, now); });
+    return L10n::t("eased_back_heading") + "\n" + rows(status.pausedTargets, [&](const PausedEntry& entry) {
+               return row(entry.label.utf8(), entry.pausedAt, entry.reason, now);
+           });
 }
 
 std::string setAsideRows(const QuenchStatus& status, Instant now)

@@ -19,6 +19,20 @@ namespace {
 
 constexpr std::size_t longestFullText = 600;  // characters; a popover or tooltip of it fits on a low screen
 
+/// Why the actions that need the checker's tool are grey; empty when the tool can be run.
+std::string reasonForGrey(const MenuSituation& situation)
+{
+    switch (situation.toolAvailability) {
+        case ToolAvailability::available:
+            return "";
+        case ToolAvailability::toolNotFound:
+            return L10n::t("needs_tool");
+        case ToolAvailability::interpreterNotFound:
+            return L10n::t("needs_interpreter");
+    }
+    return "";
+}
+
 bool protectionIsOn(const QuenchStatus& status)
 {
     return !status.managementDisabled;
@@ -157,6 +171,7 @@ std::optional<MenuContent::SetAside> setAside(const MenuSituation& situation)
         setAside.clearAll = L10n::tf("clear_all_n", {count});
     setAside.clearAllHelp = MenuHelpCopy::clearAllAside();
     setAside.enabled = toolCanRun(situation) && !situation.ackBusy;
+    setAside.reason = reasonForGrey(situation);
     setAside.footnote = L10n::t("only_listed_ai");
     return setAside;
 }
@@ -174,7 +189,7 @@ MenuContent::Row switchRow(const Switch& row, std::string help)
 {
     return {.action = row.on ? row.turnOff : row.turnOn,
             .label = L10n::t(row.on ? row.keyOn : row.keyOff),
-            .trailing = row.on ? "Turn Off" : "Turn On",
+            .trailing = L10n::t(row.on ? "turn_off" : "turn_on"),
             .help = std::move(help)};
 }
 
@@ -183,7 +198,7 @@ MenuContent::Row protectionRow(const QuenchStatus& status)
     if (!status.agentInstalled)
         return {.action = MenuAction::installAgent,
                 .label = L10n::t("start_background_checks"),
-                .trailing = "Install",
+                .trailing = L10n::t("install"),
                 .help = MenuHelpCopy::startBackgroundChecks()};
     const bool on = protectionIsOn(status);
     return switchRow({.on = on,
@@ -201,8 +216,10 @@ std::vector<MenuContent::Row> toolRows(const MenuSituation& situation)
         rows.push_back({.action = MenuAction::unloadListed,
                         .label = L10n::t("unload_listed_ai"),
                         .help = MenuHelpCopy::unloadListedAI()});
-    for (MenuContent::Row& row : rows)
+    for (MenuContent::Row& row : rows) {
         row.enabled = toolCanRun(situation) && !situation.protectBusy;
+        row.reason = reasonForGrey(situation);
+    }
     return rows;
 }
 

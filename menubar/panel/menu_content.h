@@ -90,6 +90,7 @@ struct MenuContent {
         std::string clearAll;  ///< absent for a single entry
         std::string clearAllHelp;
         bool enabled = true;  ///< all buttons of the section
+        std::string reason;   ///< why they are grey; absent too while their action runs
         std::string footnote;
 
         bool operator==(const SetAside&) const = default;
@@ -101,6 +102,7 @@ struct MenuContent {
         std::string trailing;
         std::string help;
         bool enabled = true;
+        std::string reason;  ///< why the row is grey; absent too while its action runs
 
         bool operator==(const Row&) const = default;
     };

@@ -59,7 +59,7 @@ struct System {
     std::function<void(const std::string& text)> copyToPasteboard;
     std::function<void(const std::filesystem::path& item, const TrashCompletion& completion)> moveToTrash;
     std::function<std::unique_ptr<UpdaterBackend>()> startUpdaterBackend;
-    /// A sentence on how else this system updates programs; empty when it does not.
+    /// The key of a sentence on how else this system updates programs; empty when it does not.
     std::string updateAdvice;
     std::function<void(std::chrono::milliseconds delay, const std::function<void()>& task)> runLater;
     /// A system control that is a text; none when it cannot be read. Other systems answer "hw.model" only.

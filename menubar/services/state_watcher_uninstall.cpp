@@ -5,6 +5,7 @@
 #include "child_process.h"
 #include "command_runner.h"
 #include "foreground.h"
+#include "l10n.h"
 #include "observe_only.h"
 #include "state_watcher.h"
 #include "text.h"
@@ -17,28 +18,23 @@ constexpr std::size_t second = 1;
 
 Alert confirmation()
 {
-    return {.title = "Uninstall Quenchly?",
-            .text = "This turns off Open at Login and removes the background check (" +
-                    std::string(CheckerContract::agentLabel) +
-                    "). Your saved data stays on this Mac; you can remove it in the next step.",
-            .buttons = {"Uninstall", "Cancel"}};
+    return {.title = L10n::t("uninstall_question"),
+            .text = L10n::tf("uninstall_question_text", {std::string(CheckerContract::agentLabel)}),
+            .buttons = {L10n::t("uninstall_button"), L10n::t("cancel")}};
 }
 
 Alert savedDataAlert(const std::filesystem::path& dataHome)
 {
-    return {.title = "Remove saved data too?",
-            .text =
-                "This step is optional. It archives your Quenchly data folder (its saved state) and then removes "
-                "the live copy. Skip it to keep the data for a later install.\n\n" +
-                displayLine(dataHome.string()),
-            .buttons = {"Keep saved data", "Remove saved data"}};
+    return {.title = L10n::t("remove_data_question"),
+            .text = L10n::t("remove_data_question_text") + "\n\n" + displayLine(dataHome.string()),
+            .buttons = {L10n::t("keep_saved_data"), L10n::t("remove_saved_data")}};
 }
 
 Alert trashAlert()
 {
-    return {.title = "Move Quenchly to the Trash?",
-            .text = "Removes the menu-bar app from this Mac. You can reinstall from the Quenchly download later.",
-            .buttons = {"Move to Trash", "Keep app"}};
+    return {.title = L10n::t("trash_question"),
+            .text = L10n::t("trash_question_text"),
+            .buttons = {L10n::t("move_to_trash"), L10n::t("keep_app")}};
 }
 
 std::optional<std::size_t> ask(const System& system, const Alert& alert)
@@ -107,16 +103,14 @@ void StateWatcher::removeSavedData() const
 
 void StateWatcher::sayGoodbye() const
 {
-    showAlert({.title = "Quenchly uninstalled",
-               .text = "Open at Login is off and the background check is removed. The app is still here; Quit when you "
-                       "are done, or Move to Trash from Finder."});
+    showAlert({.title = L10n::t("uninstalled"), .text = L10n::t("uninstalled_text")});
     system_.application->terminate();
 }
 
 void StateWatcher::showAlert(const Notice& notice) const
 {
     comeToForeground(system_);
-    system_.runAlert({.title = notice.title, .text = notice.text, .buttons = {"OK"}});
+    system_.runAlert({.title = notice.title, .text = notice.text, .buttons = {L10n::t("ok")}});
     returnToMenuBar(system_);
 }
 

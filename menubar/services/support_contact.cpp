@@ -4,6 +4,7 @@
 #include <QUrl>
 
 #include "foreground.h"
+#include "l10n.h"
 #include "product.h"
 
 namespace quenchly::SupportContact {
@@ -53,11 +54,10 @@ void presentReportProblem(const System& system, const Facts& facts)
     const Draft draft = reportDraft(facts);
     system.copyToPasteboard(draft.clipboard);
     comeToForeground(system);
-    const auto answer = system.runAlert({.title = "Support email copied",
-                                         .text = std::string("A draft for ") + Product::supportAddress +
-                                                 " is on your clipboard. Paste into webmail, or open the support form "
-                                                 "and send from the browser.",
-                                         .buttons = {"OK", "Open support form", "Try Mail"}});
+    const auto answer =
+        system.runAlert({.title = L10n::t("support_email_copied"),
+                         .text = L10n::tf("support_email_copied_text", {std::string(Product::supportAddress)}),
+                         .buttons = {L10n::t("ok"), L10n::t("open_support_form"), L10n::t("try_mail")}});
     if (answer == supportForm)
         system.openAddress(supportPageURL(facts.version));
     else if (answer == mailProgram)

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "foreground.h"
+#include "l10n.h"
 #include "product.h"
 
 namespace quenchly {
@@ -85,12 +86,11 @@ void Updater::checkForUpdates()
 void Updater::showNotConfiguredAlert() const
 {
     const std::string host = Product::vendorHost;
-    const std::string advice = system_.updateAdvice.empty() ? "" : "\n\n" + system_.updateAdvice;
+    const std::string advice = system_.updateAdvice.empty() ? "" : "\n\n" + L10n::t(system_.updateAdvice);
     comeToForeground(system_);
-    system_.runAlert({.title = "Updates not configured yet",
-                      .text = "Checking will work once updates are published on " + host +
-                              ". Until then, new versions come from https://" + host + "/quenchly/." + advice,
-                      .buttons = {"OK"}});
+    system_.runAlert({.title = L10n::t("updates_not_configured"),
+                      .text = L10n::tf("updates_text", {host, host}) + advice,
+                      .buttons = {L10n::t("ok")}});
     returnToMenuBar(system_);
 }
 

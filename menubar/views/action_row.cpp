@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "help_icon.h"
+#include "l10n.h"
 #include "panel_colors.h"
 #include "panel_metrics.h"
 #include "text_label.h"
@@ -30,9 +31,9 @@ int rowHeight()
 }
 
 /// For who cannot see the trailing text and the help icon beside the title.
-QString description(const MenuContent::Row& row)
+std::string description(const MenuContent::Row& row)
 {
-    return QString::fromStdString(row.trailing.empty() ? row.help : row.trailing + ". " + row.help);
+    return row.trailing.empty() ? row.help : L10n::tf("two_sentences", {row.trailing, row.help});
 }
 
 }  // namespace
@@ -85,7 +86,7 @@ void ActionRow::setContent(const MenuContent::Row& row)
     button_->setText(QString::fromStdString(row.label));
     button_->setTrailing(QString::fromStdString(row.trailing));
     button_->setAvailable(row.enabled);
-    button_->setAccessibleDescription(description(row));
+    button_->describe(description(row), row.reason);
     help_->setHelp(row.help);
 }
 

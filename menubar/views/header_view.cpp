@@ -5,6 +5,7 @@
 
 #include "brand_icon.h"
 #include "help_icon.h"
+#include "l10n.h"
 #include "meters_view.h"
 #include "panel_colors.h"
 #include "panel_metrics.h"
@@ -77,9 +78,9 @@ QWidget* HeaderView::makeTriggers()
 {
     auto* row = new QWidget(this);
     statusHelp_ = new HelpIcon(row);
-    statusHelp_->setTitle("Status");
+    statusHelp_->setTitle(L10n::t("status"));
     memoryTip_ = new HelpIcon(row);
-    memoryTip_->setTitle("Extra memory tip");
+    memoryTip_->setTitle(L10n::t("extra_memory_tip"));
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 2, 0, 0);
     line->setSpacing(betweenTriggers);

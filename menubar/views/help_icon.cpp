@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "help_popover.h"
+#include "l10n.h"
 #include "panel_colors.h"
 #include "text_label.h"
 
@@ -47,7 +48,7 @@ HelpIcon::HelpIcon(QWidget* parent) : PanelButton(parent)
 {
     setFont(panelFont(titleSize));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setAccessibleName(QStringLiteral("Help"));
+    setAccessibleName(QString::fromStdString(L10n::t("help")));
     connect(this, &HelpIcon::clicked, this, &HelpIcon::togglePopover);
 }
 
@@ -70,7 +71,7 @@ void HelpIcon::setTitle(const std::string& utf8)
     if (text() == title)
         return;
     setText(title);
-    setAccessibleName(title + QStringLiteral(", Help"));
+    setAccessibleName(QString::fromStdString(L10n::tf("titled_help", {utf8})));
     updateGeometry();
 }
 

@@ -9,6 +9,7 @@
 #include <limits>
 
 #include "compositing.h"
+#include "l10n.h"
 #include "panel_colors.h"
 #include "text_label.h"
 
@@ -25,7 +26,7 @@ HelpPopover::HelpPopover(const QString& help, QWidget* anchor)
     : QFrame(anchor, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint), anchor_(anchor)
 {
     setAttribute(Qt::WA_TranslucentBackground, windowsMayBeTranslucent());
-    setWindowTitle(QStringLiteral("Help"));
+    setWindowTitle(QString::fromStdString(L10n::t("help")));
     text_ = new TextLabel(
         {.pixelSize = 13, .ink = PanelColors::inkText, .mostLines = std::numeric_limits<int>::max(), .lineHeight = 1.4},
         this);

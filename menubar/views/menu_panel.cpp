@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "compositing.h"
+#include "l10n.h"
 #include "menu_content_view.h"
 #include "panel_colors.h"
 #include "panel_controller.h"
@@ -99,8 +100,8 @@ MenuPanel::~MenuPanel()
 void MenuPanel::makeScrollBar()
 {
     scrollBar_ = new QScrollBar(Qt::Vertical, this);
-    scrollBar_->setAccessibleName(QStringLiteral("Scroll"));
-    scrollBar_->setAccessibleDescription(QStringLiteral("Shows the rest of the panel"));
+    scrollBar_->setAccessibleName(QString::fromStdString(L10n::t("scroll")));
+    scrollBar_->setAccessibleDescription(QString::fromStdString(L10n::t("scroll_description")));
     scrollBar_->setStyleSheet(
         QStringLiteral("QScrollBar { background: transparent; border: none; margin: 0; }"
                        "QScrollBar::handle { background: %1; border-radius: 3px; margin: 1px; min-height: 24px; }"

@@ -5,7 +5,9 @@
 #include <QPainter>
 #include <utility>
 
+#include "l10n.h"
 #include "panel_colors.h"
+#include "text_label.h"
 
 namespace quenchly {
 namespace {
@@ -32,6 +34,13 @@ void PanelButton::setAvailable(bool available)
     setEnabled(available);
     if (available && std::exchange(awaitsFocus_, false) && window()->focusWidget() == window())
         setFocus(Qt::PopupFocusReason);
+}
+
+void PanelButton::describe(const std::string& description, const std::string& reason)
+{
+    const std::string text = reason.empty() ? description : L10n::tf("two_sentences", {reason, description});
+    setAccessibleDescription(QString::fromStdString(text));
+    setToolTip(plainToolTip(QString::fromStdString(reason)));
 }
 
 void PanelButton::inheritFocus(const PanelButton& from)

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QRectF>
+#include <string>
 
 class QPainter;
 
@@ -18,6 +19,9 @@ public:
     /// Enables or disables the button. A disabled widget cannot hold the focus; unless it is moved or the button
     /// hidden meanwhile it comes back with the button.
     void setAvailable(bool available);
+    /// What screen readers say after the button's name. Why it is grey comes first and is its tooltip, too; empty where
+    /// there is nothing to say about that.
+    void describe(const std::string& description, const std::string& reason);
     /// Takes over the focus that another button has, or waits for while it is disabled.
     void inheritFocus(const PanelButton& from);
 

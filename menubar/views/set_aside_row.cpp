@@ -48,7 +48,7 @@ void SetAsideRow::setContent(const MenuContent::SetAsideEntry& entry, const Menu
         button_->setText(text);
         button_->updateGeometry();
     }
-    button_->setAccessibleDescription(QString::fromStdString(entry.label));
+    button_->describe(entry.label, section.reason);
     button_->setAvailable(section.enabled);
     help_->setHelp(section.acknowledgeHelp);
 }

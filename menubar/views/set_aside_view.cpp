@@ -64,7 +64,7 @@ void SetAsideView::setContent(const MenuContent::SetAside& content)
         clearAll_->setText(clearAll);
         clearAll_->updateGeometry();
     }
-    clearAll_->setAccessibleDescription(QString::fromStdString(content.clearAllHelp));
+    clearAll_->describe(content.clearAllHelp, content.reason);
     clearAll_->setAvailable(content.enabled);
     clearAllHelp_->setHelp(content.clearAllHelp);
     clearAllRow_->setVisible(!content.clearAll.empty());

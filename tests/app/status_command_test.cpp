@@ -104,6 +104,23 @@ TEST(StatusCommand, ALanguageIsShownWhenAskedFor)
     }
 }
 
+TEST(StatusCommand, ItsOwnWordsAreInTheLanguageAskedFor)
+{
+    const std::map<std::string, std::pair<std::string, std::string>> words{
+        {"en", {"Last check 42s ago", "Eased back"}},
+        {"ja", {"前回のチェック: 42s ago", "ペースを落とした対象"}},
+        {"ko", {"마지막 검사: 42s ago", "속도를 늦춘 대상"}},
+        {"zh-Hans", {"上次检查：42s ago", "已放慢"}},
+        {"zh-Hant", {"上次檢查：42s ago", "已放慢"}},
+        {"fil", {"Huling check: 42s ago", "Pinabagal"}}};
+    for (const auto& [code, expected] : words) {
+        Words options = optionsFor(situations() / "holding");
+        options.back() = code;
+        const std::string output = runStatus(options + Words{"--no-live"}).output;
+        EXPECT_NE(output.find("\n" + expected.first + "\n" + expected.second + "\n"), std::string::npos) << output;
+    }
+}
+
 TEST(StatusCommand, TheHomeFolderHoldsDataAndLaunchAgents)
 {
     const testing::ScratchFolder home;

@@ -87,8 +87,7 @@ TEST(HelpWording, NothingAroundTheWordIsLeftAsItWasForTheMac)
         for (const char* wrong : {" 电脑", "电脑 ", " 電腦", "電腦 "})
             EXPECT_FALSE(contains(shown, wrong)) << shown;
         if (language == AppLanguage::en || language == AppLanguage::tl) {
-            EXPECT_FALSE(shown.starts_with("computer") || contains(shown, ". computer") ||
-                         contains(shown, "a computer"));
+            EXPECT_FALSE(shown.starts_with("computer") || contains(shown, ". computer"));
         }
     });
 }
@@ -102,7 +101,7 @@ TEST(HelpWording, HelpIsShownInTheWordsOfThisSystem)
     L10n::testingLanguage.reset();
 }
 
-#ifdef __linux__
+#ifndef __APPLE__
 
 TEST(HelpWording, LinuxRunsOnNoMac)
 {

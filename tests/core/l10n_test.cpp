@@ -101,6 +101,21 @@ const Golden goldenLabels[] = {
     {"report_problem",
      {"Report a problem", "問題を報告", "문제 보고", "报告问题", "回報問題", "I-report ang problema"}},
     {"load", {"load", "負荷", "부하", "负载", "負載", "load"}},
+    {"turn_on", {"Turn On", "オンにする", "켜기", "开启", "開啟", "I-on"}},
+    {"turn_off", {"Turn Off", "オフにする", "끄기", "关闭", "關閉", "I-off"}},
+    {"install", {"Install", "インストール", "설치", "安装", "安裝", "I-install"}},
+    {"status", {"Status", "ステータス", "상태", "状态", "狀態", "Status"}},
+    {"extra_memory_tip",
+     {"Extra memory tip", "追加メモリのヒント", "추가 메모리 팁", "额外内存提示", "額外記憶體提示",
+      "Tip sa extra memory"}},
+    {"help", {"Help", "ヘルプ", "도움말", "帮助", "輔助說明", "Tulong"}},
+    {"needs_tool",
+     {"Needs the quenchly tool, which was not found", "quenchlyツールが必要ですが、見つかりません",
+      "quenchly 도구가 필요하지만 찾을 수 없음", "需要 quenchly 工具，但未找到", "需要 quenchly 工具，但找不到",
+      "Kailangan ang quenchly tool, pero hindi ito nahanap"}},
+    {"needs_interpreter",
+     {"Needs Node.js, which was not found", "Node.jsが必要ですが、見つかりません", "Node.js가 필요하지만 찾을 수 없음",
+      "需要 Node.js，但未找到", "需要 Node.js，但找不到", "Kailangan ang Node.js, pero hindi ito nahanap"}},
     {"swap", {"swap", "スワップ", "스왑", "交换", "交換", "swap"}},
 };
 
@@ -116,7 +131,17 @@ const std::set<std::string_view> sameAsEnglishInFilipino{"live_data",
                                                          "acknowledge",
                                                          "off",
                                                          "auto_updates_on",
-                                                         "auto_updates_off"};
+                                                         "auto_updates_off",
+                                                         "status",
+                                                         "two_sentences",
+                                                         "ok"};
+
+/// What a language has in common with English: names, marks and words that it took over.
+bool isSameAsEnglish(AppLanguage language, std::string_view key)
+{
+    return key == "copyright" || (language == AppLanguage::tl && sameAsEnglishInFilipino.contains(key)) ||
+           (language == AppLanguage::ja && key == "ok") || (language == AppLanguage::ko && key == "two_sentences");
+}
 
 std::string lookUp(AppLanguage language, std::string_view key)
 {
@@ -160,6 +185,20 @@ std::size_t wordCount(std::string_view text)
         inWord = c != ' ' && (inWord || letter);
     }
     return words;
+}
+
+/// Of well-formed UTF-8.
+std::u32string codePointsOf(std::string_view utf8)
+{
+    std::u32string codePoints;
+    for (const char byte : utf8) {
+        const auto bits = static_cast<unsigned char>(byte);
+        if ((bits & 0xC0) == 0x80)
+            codePoints.back() = (codePoints.back() << 6) | (bits & 0x3F);
+        else
+            codePoints += bits < 0x80 ? bits : bits < 0xE0 ? bits & 0x1F : bits < 0xF0 ? bits & 0x0F : bits & 0x07;
+    }
+    return codePoints;
 }
 
 /// The most words that stand together without a letter or a mark of another script between them.
@@ -366,7 +405,7 @@ TEST(L10nTables, EveryTableIsTheOneOfItsLanguage)
 TEST(L10nTables, SameKeysInTheSameOrder)
 {
     const auto english = L10n::table(AppLanguage::en);
-    ASSERT_EQ(english.size(), 57u);
+    ASSERT_EQ(english.size(), 92u);
     for (const AppLanguage language : allLanguages) {
         const auto table = L10n::table(language);
         ASSERT_EQ(table.size(), english.size()) << rawValue(language);
@@ -375,16 +414,16 @@ TEST(L10nTables, SameKeysInTheSameOrder)
     }
 }
 
-TEST(L10nTables, KeysAreUniqueAndHelpComesLast)
+TEST(L10nTables, KeysAreUniqueAndStandInThreeBlocks)
 {
+    constexpr std::size_t labels = 36;
+    constexpr std::size_t paragraphs = 21;
+    const auto english = L10n::table(AppLanguage::en);
     std::set<std::string_view> keys;
-    bool helpBegun = false;
-    for (const auto& entry : L10n::table(AppLanguage::en)) {
-        EXPECT_TRUE(keys.insert(entry.key).second) << entry.key;
-        EXPECT_TRUE(!helpBegun || isHelpKey(entry.key)) << entry.key;
-        helpBegun = helpBegun || isHelpKey(entry.key);
+    for (std::size_t i = 0; i < english.size(); ++i) {
+        EXPECT_TRUE(keys.insert(english[i].key).second) << english[i].key;
+        EXPECT_EQ(isHelpKey(english[i].key), i >= labels && i < labels + paragraphs) << english[i].key;
     }
-    EXPECT_EQ(std::count_if(keys.begin(), keys.end(), isHelpKey), 21);
 }
 
 TEST(L10nTables, LookupFindsEveryEntry)
@@ -427,9 +466,8 @@ TEST(L10nTables, NoTextIsLeftInEnglish)
             continue;
         for (std::size_t i = 0; i < english.size(); ++i) {
             const std::string_view key = english[i].key;
-            const bool same =
-                key == "copyright" || (language == AppLanguage::tl && sameAsEnglishInFilipino.contains(key));
-            EXPECT_EQ(L10n::table(language)[i].text == english[i].text, same) << rawValue(language) << ' ' << key;
+            EXPECT_EQ(L10n::table(language)[i].text == english[i].text, isSameAsEnglish(language, key))
+                << rawValue(language) << ' ' << key;
         }
     }
 }
@@ -589,6 +627,48 @@ TEST(L10nHelp, ChineseSwapIsAnAmountWhereItIsNoTerm)
             }
 }
 
+TEST(L10nTables, SentencesOfAlertsEndAsTheLanguageDoes)
+{
+    for (const AppLanguage language : allLanguages)
+        for (const auto& [key, text] : L10n::table(language)) {
+            const bool fullWidth =
+                language == AppLanguage::ja || language == AppLanguage::zhHans || language == AppLanguage::zhHant;
+            if (key.ends_with("_text")) {
+                EXPECT_TRUE(text.ends_with(fullWidth ? "。" : ".")) << rawValue(language) << ' ' << key;
+            }
+            if (key.ends_with("_question")) {
+                EXPECT_TRUE(text.ends_with(fullWidth ? "？" : "?")) << rawValue(language) << ' ' << key;
+            }
+        }
+}
+
+TEST(L10nTables, ChineseHasASpaceBetweenItsCharactersAndLatinWords)
+{
+    const auto isHan = [](char32_t c) { return c >= 0x4E00 && c <= 0x9FFF; };
+    const auto isLatin = [](char32_t c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '%'; };
+    for (const AppLanguage language : {AppLanguage::zhHans, AppLanguage::zhHant})
+        for (const auto& [key, text] : L10n::table(language)) {
+            const std::u32string codePoints = codePointsOf(text);
+            for (std::size_t i = 1; i < codePoints.size(); ++i) {
+                const char32_t before = codePoints[i - 1];
+                const bool runsTogether = (isHan(before) && isLatin(codePoints[i])) ||
+                                          (isHan(codePoints[i]) && (isLatin(before) || before == '@'));
+                EXPECT_FALSE(runsTogether) << key << ": " << text;
+            }
+        }
+}
+
+TEST(L10nTables, JapaneseHasNoSpacesBetweenItsCharactersAndLatinWords)
+{
+    for (const auto& [key, text] : L10n::table(AppLanguage::ja))
+        for (std::size_t at = text.find(' '); at != text.npos; at = text.find(' ', at + 1)) {
+            const bool isInLatin = isAscii(text[at - 1]) && isAscii(text[at + 1]);
+            const bool isAfterColonOrName =
+                text[at - 1] == ':' || text.substr(0, at).ends_with("Protection") || key == "copyright";
+            EXPECT_TRUE(isInLatin || isAfterColonOrName || text[at + 1] == '(') << key << ": " << text;
+        }
+}
+
 TEST(L10nTables, ApostrophesAreTypographic)
 {
     for (const AppLanguage language : allLanguages)
@@ -605,6 +685,8 @@ TEST(L10nHelp, ParagraphsNameRowsAsTheirLabelsDo)
         {"help_retaining_memory", "protection_on"},
         {"help_set_aside", "acknowledge"},
         {"help_auto_updates", "check_for_updates"},
+        {"uninstall_question_text", "open_at_login"},
+        {"uninstalled_text", "open_at_login"},
     };
     for (const AppLanguage language : allLanguages)
         for (const auto& [paragraph, row] : mentions)

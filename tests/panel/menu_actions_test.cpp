@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -158,6 +159,11 @@ TEST_F(MenuContentTest, OnlyTheRowsThatNeedTheToolWaitForIt)
     using enum MenuAction;
     using enum ToolAvailability;
     const std::set<MenuAction> needTheTool{installAgent, protectOn, protectOff, unloadListed};
+    const std::map<ToolAvailability, std::string> reasons{
+        {available, ""},
+        {toolNotFound, "Needs the quenchly tool, which was not found"},
+        {interpreterNotFound, "Needs Node.js, which was not found"},
+    };
     status.memoryReliefTip = "Unload something.";
     for (const bool installed : {true, false}) {
         for (const auto tool : {available, toolNotFound, interpreterNotFound}) {
@@ -168,9 +174,11 @@ TEST_F(MenuContentTest, OnlyTheRowsThatNeedTheToolWaitForIt)
                 const MenuContent shown = content();
                 EXPECT_EQ(shown.actions[0].size(), 2u) << "disabled, not hidden";
                 for (const std::vector<Row>& group : shown.actions)
-                    for (const Row& row : group)
-                        EXPECT_EQ(row.enabled, !needTheTool.contains(row.action) || (tool == available && !busy))
-                            << row.label;
+                    for (const Row& row : group) {
+                        const bool needsTheTool = needTheTool.contains(row.action);
+                        EXPECT_EQ(row.enabled, !needsTheTool || (tool == available && !busy)) << row.label;
+                        EXPECT_EQ(row.reason, needsTheTool ? reasons.at(tool) : "") << row.label;
+                    }
             }
         }
     }

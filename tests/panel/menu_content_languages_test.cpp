@@ -39,11 +39,12 @@ TEST_F(MenuContentLanguages, ProtectionAndItsRow)
 {
     const Place lockup = [](Content shown) { return shown.header.lockup; };
     const Place row = [](Content shown) { return shown.actions[0][0].label; };
-    expectTexts({{"protection_on", lockup}, {"protection_on", row}});
+    const Place trailing = [](Content shown) { return shown.actions[0][0].trailing; };
+    expectTexts({{"protection_on", lockup}, {"protection_on", row}, {"turn_off", trailing}});
     protectionOff();
-    expectTexts({{"protection_off", lockup}, {"protection_off", row}});
+    expectTexts({{"protection_off", lockup}, {"protection_off", row}, {"turn_on", trailing}});
     notSetUp();
-    expectTexts({{"checks_not_set_up", lockup}, {"start_background_checks", row}});
+    expectTexts({{"checks_not_set_up", lockup}, {"start_background_checks", row}, {"install", trailing}});
 }
 
 TEST_F(MenuContentLanguages, TheLastCheck)
@@ -72,9 +73,18 @@ TEST_F(MenuContentLanguages, TheSettings)
 {
     const Place login = [](Content shown) { return shown.actions[1][0].label; };
     const Place updates = [](Content shown) { return shown.actions[1][1].label; };
-    expectTexts({{"open_at_login_off", login}, {"auto_updates_off", updates}});
+    const Place trailing = [](Content shown) { return shown.actions[1][0].trailing; };
+    expectTexts({{"open_at_login_off", login}, {"turn_on", trailing}, {"auto_updates_off", updates}});
     situation.openAtLogin = situation.automaticChecksEnabled = true;
-    expectTexts({{"open_at_login_on", login}, {"auto_updates_on", updates}});
+    expectTexts({{"open_at_login_on", login}, {"turn_off", trailing}, {"auto_updates_on", updates}});
+}
+
+TEST_F(MenuContentLanguages, WhyActionsAreGrey)
+{
+    status.quarantine = {setAsideProcess("1")};
+    situation.cliAvailable = false;
+    expectTexts({{"needs_tool", [](Content shown) { return shown.actions[0][0].reason; }},
+                 {"needs_tool", [](Content shown) { return shown.setAside->reason; }}});
 }
 
 TEST_F(MenuContentLanguages, TheRemainingTexts)
@@ -117,21 +127,16 @@ TEST_F(MenuContentTest, EveryHelpIsInTheLanguageInForce)
     }
 }
 
-TEST_F(MenuContentTest, TheTextsWithoutATranslationStayEnglish)
+TEST_F(MenuContentTest, StatesAgesAndStoriesStayEnglish)
 {
     status.quarantine = {setAsideProcess("1")};
     for (const AppLanguage language : allLanguages) {
         SCOPED_TRACE(rawValue(language));
         L10n::testingLanguage = language;
-        status.agentInstalled = true;
         const MenuContent shown = content();
-        EXPECT_EQ(shown.actions[0][0].trailing, "Turn Off");
-        EXPECT_EQ(shown.actions[1][0].trailing, "Turn On");
         EXPECT_EQ(shown.targets.rows[0].detail, "Idle");
         EXPECT_EQ(shown.setAside->entries[0].age, "2m 5s ago");
         EXPECT_EQ(shown.targets.honesty, "No listed AI is open. Other AI is not eased.");
-        notSetUp();
-        EXPECT_EQ(content().actions[0][0].trailing, "Install");
     }
 }
 

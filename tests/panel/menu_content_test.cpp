@@ -395,6 +395,20 @@ TEST_F(MenuContentTest, AChangeOfProtectionDoesNotDisableAcknowledging)
     ASSERT_TRUE(setAside);
     EXPECT_TRUE(setAside->enabled);
     EXPECT_EQ(setAside->acknowledge, "Acknowledge");
+    EXPECT_EQ(setAside->reason, "");
+}
+
+TEST_F(MenuContentTest, AcknowledgingNeedsTheToolAndSaysSo)
+{
+    status.quarantine = {setAsideProcess("1")};
+    situation.cliAvailable = false;
+    for (const bool busy : {false, true}) {
+        situation.ackBusy = busy;
+        const auto setAside = content().setAside;
+        ASSERT_TRUE(setAside);
+        EXPECT_FALSE(setAside->enabled);
+        EXPECT_EQ(setAside->reason, "Needs the quenchly tool, which was not found");
+    }
 }
 
 TEST_F(MenuContentTest, AcknowledgingIsDisabledWhereTheToolCannotRun)

@@ -4,6 +4,7 @@
 
 #include "product.h"
 #include "scripted_system.h"
+#include "shown_language.h"
 #include "state_watcher.h"
 
 namespace quenchly {
@@ -92,6 +93,23 @@ TEST_F(ReportProblemTest, OkLeavesTheDraftOnTheClipboard)
                               "browser.",
                       .buttons = {"OK", "Open support form", "Try Mail"}};
     EXPECT_EQ(world.desktop.alerts, std::vector<Alert>{alert});
+}
+
+TEST_F(ReportProblemTest, TheAlertSpeaksTheLanguageInForceAndTheDraftTheSupports)
+{
+    const std::string draft =
+        "copy " + SupportContact::reportDraft({.version = "1.4.2", .macModel = "Mac14,9"}).clipboard;
+    for (const AppLanguage language : testing::allLanguages) {
+        L10n::testingLanguage = language;
+        world.desktop.alerts.clear();
+        world.desktop.events.clear();
+        EXPECT_EQ(eventsAfter(0).front(), draft);
+        EXPECT_EQ(world.desktop.alerts.front(),
+                  (Alert{.title = L10n::t("support_email_copied"),
+                         .text = L10n::tf("support_email_copied_text", {address}),
+                         .buttons = {L10n::t("ok"), L10n::t("open_support_form"), L10n::t("try_mail")}}));
+    }
+    L10n::testingLanguage.reset();
 }
 
 TEST_F(ReportProblemTest, ADismissedAlertIsAsGoodAsOk)

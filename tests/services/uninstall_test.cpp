@@ -11,6 +11,7 @@
 #include "patience.h"
 #include "recorded_tool.h"
 #include "scripted_system.h"
+#include "shown_language.h"
 #include "state_watcher.h"
 
 namespace quenchly {
@@ -87,12 +88,18 @@ TEST_F(UninstallTest, TheAlertsSayWhatEachStepDoes)
     run(systemWithTool(), {uninstall, keepData, keepApp, 0});
     ASSERT_EQ(world.desktop.alerts.size(), 4u);
     const Alert& confirmation = world.desktop.alerts.at(0);
-    EXPECT_NE(confirmation.text.find("(com.brindlemoor.quenchly)"), std::string::npos);
-    EXPECT_EQ(confirmation.buttons, (Events{"Uninstall", "Cancel"}));
+    EXPECT_EQ(
+        confirmation,
+        (Alert{.title = "Uninstall Quenchly?",
+               .text = "This turns off Open at Login and removes the background check (com.brindlemoor.quenchly). "
+                       "Your saved data stays on this Mac; you can remove it in the next step.",
+               .buttons = {"Uninstall", "Cancel"}}));
     const Alert& data = world.desktop.alerts.at(1);
-    EXPECT_EQ(data.title, "Remove saved data too?");
-    EXPECT_NE(data.text.find(world.dataHome().string()), std::string::npos);
-    EXPECT_EQ(data.buttons, (Events{"Keep saved data", "Remove saved data"}));
+    EXPECT_EQ(data, (Alert{.title = "Remove saved data too?",
+                           .text = "This step is optional. It archives your Quenchly data folder (its saved state) and "
+                                   "then removes the live copy. Skip it to keep the data for a later install.\n\n" +
+                                   world.dataHome().string(),
+                           .buttons = {"Keep saved data", "Remove saved data"}}));
     EXPECT_EQ(world.desktop.alerts.at(2),
               (Alert{.title = "Move Quenchly to the Trash?",
                      .text = "Removes the menu-bar app from this Mac. You can reinstall from the Quenchly download "
@@ -103,6 +110,29 @@ TEST_F(UninstallTest, TheAlertsSayWhatEachStepDoes)
                      .text = "Open at Login is off and the background check is removed. The app is still here; Quit "
                              "when you are done, or Move to Trash from Finder.",
                      .buttons = {"OK"}}));
+}
+
+TEST_F(UninstallTest, TheAlertsSpeakTheLanguageInForce)
+{
+    using L10n::t;
+    for (const AppLanguage language : testing::allLanguages) {
+        L10n::testingLanguage = language;
+        world.desktop.alerts.clear();
+        run(systemWithoutTool(), {uninstall, keepData, keepApp, 0});
+        const std::vector<Alert> expected{
+            {.title = t("uninstall_question"),
+             .text = L10n::tf("uninstall_question_text", {std::string("com.brindlemoor.quenchly")}),
+             .buttons = {t("uninstall_button"), t("cancel")}},
+            {.title = t("remove_data_question"),
+             .text = t("remove_data_question_text") + "\n\n" + world.dataHome().string(),
+             .buttons = {t("keep_saved_data"), t("remove_saved_data")}},
+            {.title = t("trash_question"),
+             .text = t("trash_question_text"),
+             .buttons = {t("move_to_trash"), t("keep_app")}},
+            {.title = t("uninstalled"), .text = t("uninstalled_text"), .buttons = {t("ok")}}};
+        EXPECT_EQ(world.desktop.alerts, expected) << rawValue(language);
+    }
+    L10n::testingLanguage.reset();
 }
 
 TEST_F(UninstallTest, EachStepIsDoneBeforeTheNextIsAsked)

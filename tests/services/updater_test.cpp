@@ -8,6 +8,7 @@
 
 #include "product.h"
 #include "scripted_system.h"
+#include "shown_language.h"
 
 namespace quenchly {
 namespace {
@@ -166,18 +167,40 @@ TEST_F(UpdaterTest, ACheckWithoutConfigurationSaysSoInAnAlert)
     EXPECT_EQ(world.desktop.events, (Events{"regular", "activate", "alert Updates not configured yet", "accessory"}));
     const Alert& alert = world.desktop.alerts.front();
     EXPECT_EQ(alert.buttons, Events{"OK"});
-    EXPECT_NE(alert.text.find(std::string("published on ") + Product::vendorHost), std::string::npos) << alert.text;
+    const std::string host = Product::vendorHost;
+    EXPECT_EQ(alert.text, "Checking will work once updates are published on " + host +
+                              ". Until then, new versions come from https://" + host + "/quenchly/.");
     EXPECT_TRUE(world.desktop.tasks.empty());
 }
 
 TEST_F(UpdaterTest, TheAlertSaysHowElseTheSystemUpdatesPrograms)
 {
     System system = world.system();
-    system.updateAdvice = "The package manager does it.";
+    system.updateAdvice = "updates_by_package_manager";
     Updater(system).checkForUpdates();
     const std::string text = world.desktop.alerts.front().text;
-    EXPECT_NE(text.find("/quenchly/.\n\nThe package manager does it."), std::string::npos) << text;
+    EXPECT_TRUE(text.ends_with("/quenchly/.\n\nIf Quenchly came as a package, the package manager updates it."))
+        << text;
 }
+
+class UpdaterLanguages : public UpdaterTest, public ::testing::WithParamInterface<AppLanguage> {};
+
+TEST_P(UpdaterLanguages, TheAlertSpeaksTheLanguageInForce)
+{
+    L10n::testingLanguage = GetParam();
+    System system = world.system();
+    system.updateAdvice = "updates_by_package_manager";
+    Updater(system).checkForUpdates();
+    const std::string host = Product::vendorHost;
+    EXPECT_EQ(world.desktop.alerts.front(),
+              (Alert{.title = L10n::t("updates_not_configured"),
+                     .text = L10n::tf("updates_text", {host, host}) + "\n\n" + L10n::t("updates_by_package_manager"),
+                     .buttons = {L10n::t("ok")}}));
+    L10n::testingLanguage.reset();
+}
+
+INSTANTIATE_TEST_SUITE_P(All, UpdaterLanguages, ::testing::ValuesIn(testing::allLanguages),
+                         [](const auto& language) { return std::string(rawValue(language.param)); });
 
 }  // namespace
 }  // namespace quenchly

@@ -16,6 +16,7 @@
 #include "action_row.h"
 #include "help_icon.h"
 #include "help_popover.h"
+#include "l10n.h"
 #include "menu_content_view.h"
 #include "meter_bar.h"
 #include "panel_controller.h"
@@ -23,6 +24,7 @@
 #include "recorded_tool.h"
 #include "scripted_system.h"
 #include "state_watcher.h"
+#include "text_label.h"
 #include "updater.h"
 
 namespace quenchly {
@@ -488,6 +490,34 @@ TEST_F(MenuPanelTest, NothingMovesWhileThePanelIsClosed)
     for (const MeterBar* bar : panel->findChildren<MeterBar*>())
         EXPECT_FALSE(bar->isMoving()) << "the last value is there in the first frame";
     EXPECT_EQ(panel->findChild<MeterBar*>()->shownFill(), 100);
+}
+
+TEST_F(MenuPanelTest, GreyActionsSayWhyInTheirTooltips)
+{
+    open(setAsideState(2));
+    const QString reason = plainToolTip(QStringLiteral("Needs the quenchly tool, which was not found"));
+    int buttons = 0;
+    for (const PanelButton* button : panel->findChildren<PanelButton*>())
+        if (button->isVisible() && !button->isEnabled()) {
+            ++buttons;
+            EXPECT_EQ(button->toolTip(), reason) << qPrintable(button->text());
+            EXPECT_TRUE(button->accessibleDescription().startsWith(QStringLiteral("Needs the quenchly tool")));
+        }
+    EXPECT_EQ(buttons, 4) << "the first row, two to acknowledge and all of them";
+}
+
+TEST_F(MenuPanelTest, WhatHasNoTextOfItsOwnIsNamedInTheLanguageInForce)
+{
+    L10n::testingLanguage = AppLanguage::ja;
+    open(calmState);
+    QStringList names;
+    for (const QWidget* widget : panel->findChildren<QWidget*>())
+        names += widget->accessibleName();
+    L10n::testingLanguage.reset();
+    for (const char* name : {"ヘルプ", "ステータス、ヘルプ", "追加メモリのヒント、ヘルプ", "スクロール"})
+        EXPECT_TRUE(names.contains(QString::fromUtf8(name))) << name;
+    for (const char* name : {"Help", "Status", "Scroll"})
+        EXPECT_EQ(names.filter(QLatin1String(name)).size(), 0) << name;
 }
 
 TEST_F(MenuPanelTest, EveryControlHasARoleANameAndADescription)

@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include "l10n.h"
+
 namespace quenchly {
 namespace {
 
@@ -45,6 +47,21 @@ TEST_F(PanelButtonTest, AButtonThatWasHiddenMeanwhileHasLostTheFocusForGood)
     button->show();
     button->setAvailable(true);
     EXPECT_TRUE(window.hasFocus());
+}
+
+TEST_F(PanelButtonTest, TheReasonOfAGreyButtonIsItsTooltipAndComesFirstForScreenReaders)
+{
+    L10n::testingLanguage = AppLanguage::en;
+    button->describe("What it does.", "Needs <a tool>");
+    EXPECT_EQ(button->toolTip().toStdString(), "<p>Needs &lt;a tool&gt;</p>");
+    EXPECT_EQ(button->accessibleDescription().toStdString(), "Needs <a tool>. What it does.");
+    button->describe("What it does.", "");
+    EXPECT_EQ(button->toolTip().toStdString(), "");
+    EXPECT_EQ(button->accessibleDescription().toStdString(), "What it does.");
+    L10n::testingLanguage = AppLanguage::ja;
+    button->describe("何をするか。", "ツールが必要です");
+    EXPECT_EQ(button->accessibleDescription().toStdString(), "ツールが必要です。何をするか。");
+    L10n::testingLanguage.reset();
 }
 
 }  // namespace
