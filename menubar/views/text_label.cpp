@@ -39,7 +39,7 @@ QString plainToolTip(const QString& text)
 {
     if (text.isEmpty())
         return {};
-    const QString breakable = QString::fromStdString(withBreakableWords(text.toStdString()));
+    const QString breakable = QString::fromStdString(withBreakableWords(withUnbrokenPrefixes(text.toStdString())));
     return QStringLiteral("<p>%1</p>").arg(breakable.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
 }
 

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 
+#include "breakable_words.h"
+
 namespace quenchly::TextLines {
 namespace {
 
@@ -91,11 +93,17 @@ QString elided(const QString& text, const QFont& font, double room)
     return excess > 0 ? metrics.elidedText(text, Qt::ElideRight, room - excess) : line;
 }
 
+/// The marks only decide where a line may end.
+QString withoutJoiners(QString text)
+{
+    return text.remove(QChar(0x2060));
+}
+
 }  // namespace
 
 Broken broken(const QString& text, const QFont& font, double width, int mostLines)
 {
-    QString separated = text;
+    QString separated = QString::fromStdString(withUnbrokenPrefixes(text.toStdString()));
     separated.replace(u'\n', QChar::LineSeparator);
     QTextLayout layout(separated, font);
     prepare(layout, separated, font);
@@ -107,11 +115,12 @@ Broken broken(const QString& text, const QFont& font, double width, int mostLine
         const bool fits = line.textStart() + line.textLength() == separated.size() && line.naturalTextWidth() <= width;
         if (isLast && !fits) {
             const QString rest = separated.mid(line.textStart()).replace(QChar::LineSeparator, u' ');
-            result.lines.append(elided(rest, font, width));
+            result.lines.append(elided(withoutJoiners(rest), font, width));
             result.cut = true;
             break;
         }
-        result.lines.append(separated.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator));
+        const QString shown = separated.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator);
+        result.lines.append(withoutJoiners(shown));
     }
     layout.endLayout();
     return result;

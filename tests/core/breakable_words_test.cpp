@@ -34,5 +34,20 @@ TEST(BreakableWords, ACharacterOfSeveralBytesCountsOnceAndIsNeverSplit)
     EXPECT_EQ(withBreakableWords(forty + "語"), forty + breakPlace + "語");
 }
 
+TEST(UnbrokenPrefixes, TheHyphenOfAShortPrefixIsJoinedToTheWord)
+{
+    const std::string joiner = "\u2060";
+    EXPECT_EQ(withUnbrokenPrefixes("I-unload"), "I-" + joiner + "unload");
+    EXPECT_EQ(withUnbrokenPrefixes("kung ii-install, “I-on”"), "kung ii-" + joiner + "install, “I-" + joiner + "on”");
+    EXPECT_EQ(withUnbrokenPrefixes("nag-a-update"), "nag-a-" + joiner + "update");
+}
+
+TEST(UnbrokenPrefixes, OtherHyphensStay)
+{
+    for (const char* text :
+         {"", "-", "I-", "I - on", "-v", "--bar", "Sabay-sabay", "gpt4o-mini", "3-bit", "a-3", "語-a"})
+        EXPECT_EQ(withUnbrokenPrefixes(text), text);
+}
+
 }  // namespace
 }  // namespace quenchly

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractTextDocumentLayout>
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
+#include <QTextBlock>
 #include <QTextDocument>
+#include <QTextLayout>
 #include <QTextOption>
 
 #include "text_label.h"
@@ -75,6 +79,36 @@ TEST_F(TextLinesTest, LineEndsDivideParagraphs)
 {
     const auto broken = TextLines::broken(QStringLiteral("one\n\ntwo"), font, 500, 99);
     EXPECT_EQ(joined(broken).toStdString(), "one||two");
+}
+
+TEST_F(TextLinesTest, NoLineEndsAtTheHyphenOfAShortPrefix)
+{
+    const QString text = QStringLiteral("gamitin ang “I-unload ang listed AI” para sa Sabay-sabay");
+    const double longestWord = TextLines::width(QStringLiteral("Sabay-sabay"), font) + 1;
+    bool brokenAtAnotherHyphen = false;
+    for (double room = longestWord; room < TextLines::width(text, font); room += 1) {
+        const auto broken = TextLines::broken(text, font, room, 99);
+        EXPECT_EQ(broken.lines.join(QString()), text) << "nothing is added to the text";
+        for (const QString& line : broken.lines) {
+            EXPECT_FALSE(line.trimmed().endsWith(QStringLiteral("I-"))) << qPrintable(joined(broken));
+            EXPECT_LE(TextLines::width(line.trimmed(), font), room + 0.5) << qPrintable(line);
+            brokenAtAnotherHyphen |= line.endsWith(QStringLiteral("Sabay-"));
+        }
+    }
+    EXPECT_TRUE(brokenAtAnotherHyphen) << "other words are still divided";
+}
+
+TEST_F(TextLinesTest, ATooltipDoesNotBreakAtTheHyphenOfAShortPrefixEither)
+{
+    QTextDocument tooltip;
+    tooltip.setDefaultTextOption(wordWrap());
+    tooltip.setHtml(plainToolTip(QStringLiteral("ang I-unload")));
+    tooltip.setTextWidth(QFontMetricsF(tooltip.defaultFont()).horizontalAdvance(QStringLiteral("ang I-un")) +
+                         2 * tooltip.documentMargin());
+    const QTextLayout* layout = tooltip.firstBlock().layout();
+    tooltip.documentLayout()->documentSize();
+    ASSERT_EQ(layout->lineCount(), 2);
+    EXPECT_EQ(layout->lineAt(0).textLength(), 4) << "the line ends after the word before";
 }
 
 TEST_F(TextLinesTest, AnEmptyTextHasNoWidth)

@@ -58,7 +58,7 @@ public:
 private:
     void addText(const std::string& text)
     {
-        setInformativeText(QString::fromStdString(withBreakableWords(text)));
+        setInformativeText(QString::fromStdString(withBreakableWords(withUnbrokenPrefixes(text))));
         if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
             label->setMinimumWidth(std::max(textWidth, label->minimumSizeHint().width()));
             label->setAccessibleName(QString::fromStdString(text));
