@@ -10,6 +10,7 @@
 #include "application_icon.h"
 #include "command_line.h"
 #include "demo_player.h"
+#include "font_language.h"
 #include "headless.h"
 #include "menu_bar_application.h"
 #include "product.h"
@@ -17,6 +18,7 @@
 #include "quit_signals.h"
 #include "running_application.h"
 #include "second_start.h"
+#include "showable_language.h"
 #include "single_instance.h"
 #include "system.h"
 
@@ -81,6 +83,18 @@ void tell(const System& system, const QString& message)
         fail(message);
 }
 
+/// The language has to be one that can be read. Who waits for pictures looks at no log.
+void chooseShownLanguage(const System& system, bool headless)
+{
+    const std::string problem = takeShowableLanguage();
+    if (problem.empty())
+        return;
+    if (headless)
+        fail(QString::fromStdString(problem));
+    else
+        system.log("Quenchly: " + problem);
+}
+
 int runInMenuBar(System system)
 {
     SingleInstance instance(QString::fromStdString(system.homeFolder.string()));
@@ -111,6 +125,7 @@ int run(const CommandLine& line)
     if (line.demo && !line.home && !scratch.emplace().isValid())
         return fail(QStringLiteral("there is no folder for a trial: %1").arg(scratch->errorString()));
     System system = makeSystem(homeFolder(line, scratch));
+    chooseShownLanguage(system, line.headlessFolder.has_value());
     std::optional<DemoPlayer> player;
     if (line.demo) {
         DemoPlayer::adapt(system);
@@ -145,6 +160,7 @@ int main(int argc, char** argv)
         return fail(QStringLiteral("no display; --headless DIR renders without one, quenchly-status prints"));
     prepareEnvironment(line.headlessFolder.has_value());
     quenchly::L10n::testingLanguage = line.language;
+    quenchly::chooseFontsFor(quenchly::L10n::language());
 
     silenceRuntimeFolderWarnings();
     QApplication application(argc, argv);

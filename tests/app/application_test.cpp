@@ -62,11 +62,11 @@ TEST(Application, HeadlessLeavesTheHomeFolderAlone)
 {
     const testing::ScratchFolder home;
     const testing::ScratchFolder out;
-    const ProgramRun run = runApplication({"--home", home.path(), "--headless", out.path(), "--language", "ko"});
+    const ProgramRun run = runApplication({"--home", home.path(), "--headless", out.path(), "--language", "fil"});
     ASSERT_EQ(run.exitStatus, 0) << run.errors;
     EXPECT_TRUE(fs::is_empty(home.path()));
     std::ifstream status(out / "status.json");
-    EXPECT_EQ(nlohmann::json::parse(status)["headline"], "검사 미설정");
+    EXPECT_EQ(nlohmann::json::parse(status)["headline"], "Hindi pa naka-set ang checks");
 }
 
 TEST(Application, ItSaysNothingOfARuntimeFolderThatIsMissingOrOpenToOthers)
@@ -80,6 +80,85 @@ TEST(Application, ItSaysNothingOfARuntimeFolderThatIsMissingOrOpenToOthers)
         EXPECT_EQ(run.errors, "") << runtime;
     }
 }
+
+#ifndef __APPLE__
+
+/// A fontconfig that knows no other fonts than the Latin ones of one family, and takes their serifs for one language.
+class ApplicationFonts : public ::testing::Test {
+protected:
+    ProgramRun render(const std::string& language, const std::string& languageWithSerifs = "none",
+                      std::map<std::string, std::string> variables = {})
+    {
+        scratch.write("fonts.conf", R"(<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig>
+<dir>/usr/share/fonts</dir><cachedir>)" +
+                                        (scratch / "cache").string() + R"(</cachedir>
+<selectfont><rejectfont><glob>*.*</glob></rejectfont>
+<acceptfont><glob>*/DejaVuSans.ttf</glob><glob>*/DejaVuSerif.ttf</glob></acceptfont></selectfont>
+<match target="pattern"><test name="lang" compare="contains"><string>)" +
+                                        languageWithSerifs +
+                                        R"(</string></test><edit name="family" mode="prepend" binding="strong">
+<string>DejaVu Serif</string></edit></match></fontconfig>)");
+        variables["FONTCONFIG_FILE"] = (scratch / "fonts.conf").string();
+        std::vector<std::string> arguments{"--home", scratch / "home", "--headless", scratch / "out"};
+        if (!language.empty())
+            arguments.insert(arguments.end(), {"--language", language});
+        return runApplication(arguments, variables);
+    }
+
+    QImage panel() const { return QImage(q(scratch / "out/panel.png")); }
+
+    std::string headline() const
+    {
+        std::ifstream status(scratch / "out/status.json");
+        return nlohmann::json::parse(status)["headline"];
+    }
+
+    testing::ScratchFolder scratch;
+};
+
+TEST_F(ApplicationFonts, TheChosenLanguageReachesTheChoiceOfFonts)
+{
+    ASSERT_EQ(render("fil").exitStatus, 0);
+    const QImage plain = panel();
+    ASSERT_FALSE(plain.isNull());
+    render("fil", "en");
+    EXPECT_EQ(panel(), plain);
+    render("fil", "fil");
+    EXPECT_NE(panel(), plain);
+}
+
+TEST_F(ApplicationFonts, TheLanguageOfTheEnvironmentReachesTheChoiceOfFonts)
+{
+    const std::map<std::string, std::string> filipino{{"LC_ALL", "en_US.UTF-8"}, {"LANGUAGE", "fil"}};
+    ASSERT_EQ(render("", "none", filipino).exitStatus, 0);
+    EXPECT_EQ(headline(), "Hindi pa naka-set ang checks");
+    const QImage plain = panel();
+    render("", "fil", filipino);
+    EXPECT_NE(panel(), plain);
+}
+
+TEST_F(ApplicationFonts, WhereNoFontHasTheScriptEnglishIsShownAndAPackageNamed)
+{
+    ASSERT_EQ(render("en").exitStatus, 0);
+    const QImage english = panel();
+    for (const char* language : {"ja", "ko", "zh-Hans", "zh-Hant"}) {
+        const ProgramRun run = render(language);
+        ASSERT_EQ(run.exitStatus, 0) << run.errors;
+        EXPECT_EQ(headline(), "Checks not set up");
+        EXPECT_EQ(panel(), english);
+        EXPECT_EQ(run.errors, std::string("quenchly-menubar: no font has all characters of the language ") + language +
+                                  ", so that English is shown; the Debian package fonts-noto-cjk brings one\n");
+    }
+}
+
+TEST_F(ApplicationFonts, ALanguageInLatinLettersNeedsNoOtherFonts)
+{
+    const ProgramRun run = render("fil");
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(headline(), "Hindi pa naka-set ang checks");
+}
+
+#endif
 
 TEST(Application, AFolderThatCannotBeWrittenIsAClearError)
 {

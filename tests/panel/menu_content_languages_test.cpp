@@ -82,7 +82,7 @@ TEST_F(MenuContentLanguages, TheSettings)
 TEST_F(MenuContentLanguages, WhyActionsAreGrey)
 {
     status.quarantine = {setAsideProcess("1")};
-    situation.cliAvailable = false;
+    situation.toolAvailability = ToolAvailability::toolNotFound;
     expectTexts({{"needs_tool", [](Content shown) { return shown.actions[0][0].reason; }},
                  {"needs_tool", [](Content shown) { return shown.setAside->reason; }}});
 }

@@ -5,6 +5,7 @@
 #include "confined_home.h"
 #include "current_instant.h"
 #include "detached_process.h"
+#include "font_language_linux.h"
 #include "hardware_model_linux.h"
 #include "live_sample.h"
 #include "pasteboard.h"
@@ -76,7 +77,7 @@ void addDesktop(System& system)
     system.copyToPasteboard = copyToPasteboard;
     system.moveToTrash = moveToTrash;
     system.startUpdaterBackend = startUpdaterBackend;
-    system.updateAdvice = "If Quenchly came as a package, the package manager updates it.";
+    system.updateAdvice = "updates_by_package_manager";
     system.openAddress = [environment = system.environment](const std::string& address) {
         return openWithDesktop(address, environment);
     };
@@ -94,7 +95,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.currentDirectory = fs::current_path(ignored);
     system.executableFolder = executable.parent_path();
     system.launchAgentsFolder = system.homeFolder / "Library/LaunchAgents";
-    system.environment = environmentVariables();
+    system.environment = environmentForOthers();
     system.nodeRuntimes = nodeRuntimes(system.environment);
     system.applicationItem = applicationItem(executable, system.environment);
     system.bundleInfo = {{"CFBundleShortVersionString", version}};
