@@ -1,5 +1,7 @@
 #include "panel_controller.h"
 
+#include <utility>
+
 #include "state_watcher.h"
 #include "updater.h"
 
@@ -56,9 +58,14 @@ MenuContent PanelController::content() const
                         .now = watcher_.system().now()});
 }
 
-void PanelController::prepareToOpen()
+void PanelController::prepareToOpen(std::chrono::milliseconds longest)
 {
     watcher_.refreshOpenAtLogin();
+    if (shown_)
+        return;
+    scan();
+    backgroundScan_.waitFor(longest);
+    prepared_ = true;
 }
 
 void PanelController::setShown(bool shown)
@@ -66,9 +73,11 @@ void PanelController::setShown(bool shown)
     if (shown_ == shown)
         return;
     shown_ = shown;
+    const bool prepared = std::exchange(prepared_, false);
     if (!shown)
         return;
-    scan();
+    if (!prepared)
+        scan();
     Q_EMIT changed();
 }
 

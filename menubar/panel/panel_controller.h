@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,11 +30,15 @@ public:
     /// but their names.
     MenuContent content() const;
 
-    /// Reads again what can change elsewhere and is not read each second: for a panel that is about to open.
-    void prepareToOpen();
+    /// An opening that waited longer would be felt.
+    static constexpr std::chrono::milliseconds longestWaitForTargets{50};
 
-    /// Whether somebody can see the content. When that begins, and on each change of the status after that, the targets
-    /// are scanned in the background.
+    /// Reads again what can change elsewhere and is not read each second: for a panel that is about to open. Waits for
+    /// a scan of the targets; should it take longer than `longest`, the rows of the last one stand meanwhile.
+    void prepareToOpen(std::chrono::milliseconds longest = longestWaitForTargets);
+
+    /// Whether somebody can see the content. When that begins, unless it was prepared for, and on each change of the
+    /// status after that, the targets are scanned in the background.
     void setShown(bool shown);
 
     /// Scans the targets on the calling thread, whether shown or not: for a picture.
@@ -60,6 +65,7 @@ private:
     Updater& updater_;
     std::string version_;  ///< empty when there is none
     bool shown_ = false;
+    bool prepared_ = false;
     std::vector<TargetRow> targetRows_;
     std::optional<QuenchStatus> scannedStatus_;
     BackgroundScan backgroundScan_;

@@ -1,5 +1,6 @@
 #include "background_scan.h"
 
+#include <QPointer>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -8,6 +9,8 @@
 
 namespace quenchly {
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds longestWait{500};
 
@@ -33,16 +36,30 @@ public:
             QMetaObject::invokeMethod(owner_, &BackgroundScan::collect, Qt::QueuedConnection);
     }
 
-    /// Before and after the worker thread runs.
-    void prepare() { isDone_ = false; }
-    std::vector<TargetRow> takeRows() { return std::move(rows_); }
+    /// Whether the scan has ended by then.
+    bool waitUntil(Clock::time_point deadline)
+    {
+        std::unique_lock lock(mutex_);
+        return done_.wait_until(lock, deadline, [this] { return isDone_; });
+    }
+
+    /// What the scan has found, once; none while it runs.
+    std::optional<std::vector<TargetRow>> takeRows()
+    {
+        const std::lock_guard lock(mutex_);
+        if (!std::exchange(isDone_, false))
+            return std::nullopt;
+        return std::move(rows_);
+    }
 
     /// From now on the owner is not called any more. Whether the scan has ended in time.
     bool leave()
     {
-        std::unique_lock lock(mutex_);
-        owner_ = nullptr;
-        return done_.wait_for(lock, longestWait, [this] { return isDone_; });
+        {
+            const std::lock_guard lock(mutex_);
+            owner_ = nullptr;
+        }
+        return waitUntil(Clock::now() + longestWait);
     }
 
 private:
@@ -82,21 +99,31 @@ void BackgroundScan::request(TargetScanner::Situation situation)
 
 void BackgroundScan::start(TargetScanner::Situation situation)
 {
-    work_->prepare();
     try {
         worker_ = std::thread([work = work_, situation = std::move(situation)] { work->scan(situation); });
     } catch (const std::system_error&) {
     }
 }
 
+void BackgroundScan::waitFor(std::chrono::milliseconds longest)
+{
+    const auto deadline = Clock::now() + longest;
+    const QPointer<BackgroundScan> self(this);  // who hears of a result may destroy it
+    while (self && worker_.joinable() && work_->waitUntil(deadline))
+        collect();
+}
+
 void BackgroundScan::collect()
 {
+    // It may have been collected already by who waited for it.
+    const std::optional<std::vector<TargetRow>> rows = work_->takeRows();
+    if (!rows)
+        return;
     worker_.join();
-    const std::vector<TargetRow> rows = work_->takeRows();
     if (auto next = std::exchange(next_, std::nullopt))
         start(std::move(*next));
     // Last, because who hears it may destroy this object.
-    Q_EMIT finished(rows);
+    Q_EMIT finished(*rows);
 }
 
 }  // namespace quenchly

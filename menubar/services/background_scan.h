@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -29,6 +30,10 @@ public:
     /// thread for is left out.
     void request(TargetScanner::Situation situation);
 
+    /// Blocks until everything asked for is finished and delivered, or for as long as `longest`; what ends later is
+    /// delivered as ever.
+    void waitFor(std::chrono::milliseconds longest);
+
 Q_SIGNALS:
     /// On the thread that this object lives on.
     void finished(const std::vector<TargetRow>& rows);
@@ -37,6 +42,7 @@ private:
     class Work;
 
     void start(TargetScanner::Situation situation);
+    /// Nothing happens unless a scan has ended.
     void collect();
 
     std::shared_ptr<Work> work_;

@@ -6,6 +6,8 @@
 #include <QTest>
 #include <algorithm>
 #include <chrono>
+#include <future>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -41,6 +43,23 @@ public:
 
 private:
     bool& automatic_;
+};
+
+/// Ollama runs, and a listing ends when it may.
+class HeldTable final : public ProcessTable {
+public:
+    explicit HeldTable(std::shared_future<void> mayEnd) : mayEnd_(std::move(mayEnd)) {}
+
+    void beginRefresh() override { mayEnd_.wait(); }
+    std::vector<ProcessId> named(const std::string& name) override
+    {
+        return name == "ollama" ? std::vector<ProcessId>{10} : std::vector<ProcessId>{};
+    }
+    std::vector<ProcessId> matching(const std::string&) override { return {}; }
+    std::map<ProcessId, std::string> states(const std::vector<ProcessId>&) override { return {{10, "R"}}; }
+
+private:
+    std::shared_future<void> mayEnd_;
 };
 
 class PanelControllerTest : public ::testing::Test {
@@ -224,6 +243,38 @@ TEST_F(PanelControllerTest, OpeningReadsTheLoginItemAgain)
     EXPECT_TRUE(offers(MenuAction::openAtLoginOff));
     controller->prepareToOpen();
     EXPECT_TRUE(offers(MenuAction::openAtLoginOn));
+}
+
+TEST_F(PanelControllerTest, APanelThatOpensKnowsTheTargetsInItsFirstFrame)
+{
+    world.targets->set({{"ollama", "R"}});
+    start();
+    controller->prepareToOpen(60s);
+    EXPECT_EQ(ollama(), State::running);
+    EXPECT_EQ(changes->count(), 0) << "nobody looks yet";
+    controller->setShown(true);
+    EXPECT_EQ(world.targets->scans, 1) << "no second scan for the same opening";
+    controller->prepareToOpen(60s);
+    EXPECT_EQ(world.targets->scans, 1) << "it is open already";
+    controller->setShown(false);
+    controller->setShown(true);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return world.targets->scans == 2; }, 60'000)) << "shown again unprepared";
+}
+
+TEST_F(PanelControllerTest, AScanThatTakesTooLongLeavesTheLastRowsMeanwhile)
+{
+    std::promise<void> end;
+    System system = world.system();
+    system.makeProcesses = [mayEnd = end.get_future().share()] { return std::make_unique<HeldTable>(mayEnd); };
+    start(system);
+    controller->prepareToOpen(1ms);
+    EXPECT_EQ(controller->content().targets.rows.at(0).name, "Ollama");
+    EXPECT_EQ(ollama(), State::unknown);
+    controller->setShown(true);
+    changes->clear();
+    end.set_value();
+    EXPECT_TRUE(waitForOllama(State::running));
+    EXPECT_EQ(changes->count(), 1);
 }
 
 TEST_F(PanelControllerTest, EachActionOfTheToolReachesItThoughNothingIsShown)

@@ -167,6 +167,41 @@ TEST_F(BackgroundScanTest, ScansRunOnAnotherThreadAndResultsComeBackOnTheOwners)
     EXPECT_EQ(stage.tables(), 1);
 }
 
+TEST_F(BackgroundScanTest, WaitingDeliversEverythingAskedForBeforeItReturns)
+{
+    for (std::size_t round = 0; round < 50; ++round) {
+        scan->request(pausing("first"));
+        scan->request(pausing("second"));
+        scan->waitFor(std::chrono::milliseconds(deadlineMilliseconds));
+        ASSERT_EQ(results.size(), 2 * (round + 1));
+        EXPECT_EQ(results.back().back().name, Text("second"));
+    }
+    EXPECT_EQ(deliveredOn, std::set{std::this_thread::get_id()});
+    handleEvents();
+    EXPECT_EQ(results.size(), 100U) << "delivered twice";
+}
+
+TEST_F(BackgroundScanTest, AScanThatTakesLongerThanTheWaitIsDeliveredLater)
+{
+    stage.hold(true);
+    scan->request(pausing("slow"));
+    scan->waitFor(std::chrono::milliseconds(1));
+    EXPECT_TRUE(results.empty());
+    stage.hold(false);
+    ASSERT_TRUE(awaitResults(1));
+    EXPECT_EQ(results[0].back().name, Text("slow"));
+}
+
+TEST_F(BackgroundScanTest, AListenerMayDestroyItWhileItIsWaitedFor)
+{
+    QObject::connect(scan.get(), &BackgroundScan::finished, [this] { scan.reset(); });
+    scan->request({});
+    scan->request({});
+    scan->waitFor(std::chrono::milliseconds(deadlineMilliseconds));
+    EXPECT_EQ(results.size(), 1U);
+    EXPECT_EQ(scan, nullptr);
+}
+
 TEST_F(BackgroundScanTest, NothingIsDoneUntilAScanIsAskedFor)
 {
     handleEvents();
