@@ -89,6 +89,16 @@ std::string memoryReliefTip(const MenuSituation& situation)
         .value_or("");
 }
 
+/// Whether the detail says more than the headline does and the meters show.
+bool detailIsNew(const QuenchStatus& status)
+{
+    std::string_view sentence = status.detail.utf8();
+    const std::string figures = status.lastMetrics ? status.lastMetrics->menubarLine.utf8() + ". " : "";
+    if (sentence.starts_with(figures))
+        sentence.remove_prefix(figures.size());
+    return sentence != status.headline.utf8();
+}
+
 MenuContent::Header header(const MenuSituation& situation)
 {
     const QuenchStatus& status = situation.status;
@@ -104,6 +114,7 @@ MenuContent::Header header(const MenuSituation& situation)
     if (status.lastMetrics)
         header.meters = MetricsMeters::of(*status.lastMetrics);
     header.detail = displayLine(status.detail.utf8());
+    header.detailIsNew = detailIsNew(status);
     header.statusHelp = statusHelpText(status);
     header.memoryTip = memoryReliefTip(situation);
     return header;

@@ -47,8 +47,9 @@ struct MenuContent {
         std::string lastCheck;
         std::optional<MetricsMeters> meters;
         std::string detail;
-        std::string statusHelp;  ///< paragraphs, divided by empty lines
-        std::string memoryTip;   ///< at most 600 characters
+        bool detailIsNew = true;  ///< false: the headline and the meters say it all
+        std::string statusHelp;   ///< paragraphs, divided by empty lines
+        std::string memoryTip;    ///< at most 600 characters
 
         bool operator==(const Header&) const = default;
     };
@@ -77,6 +78,7 @@ struct MenuContent {
         std::string label;
         std::string age;
         std::string fullText;  ///< name, command and reason in lines of their own, each at most 600 characters
+        bool isListed = true;  ///< false: it is gone and only keeps its place; it cannot be acknowledged
 
         bool operator==(const SetAsideEntry&) const = default;
     };

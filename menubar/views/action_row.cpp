@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "help_icon.h"
 #include "l10n.h"
@@ -15,7 +16,6 @@ namespace {
 
 using namespace PanelMetrics;
 
-constexpr int lowestRow = 30;
 constexpr int gapBeforeHelp = 8;
 constexpr int gapBeforeTrailing = 12;
 constexpr double hoverOpacity = 0.07;
@@ -26,8 +26,8 @@ constexpr int textEnd = helpStart - gapBeforeHelp;
 
 int rowHeight()
 {
-    const int text = static_cast<int>(QFontMetricsF(panelFont(bodySize)).height());
-    return std::max(lowestRow, text + 2 * rowPadV);
+    const int text = static_cast<int>(std::ceil(QFontMetricsF(panelFont(bodySize)).height()));
+    return std::max(HelpIcon::side, text) + 2 * rowPadV;
 }
 
 /// For who cannot see the trailing text and the help icon beside the title.
@@ -62,12 +62,14 @@ void ActionButton::paintEvent(QPaintEvent*)
     trailingLine_.set(trailing_, trailingFont_);
     const double trailingStart = textEnd - trailingLine_.width();
     painter.setPen(PanelColors::gold);
-    trailingLine_.paint(painter, {trailingStart, topInMiddle(height(), trailingFont_)});
+    const double top = topInMiddle(height(), font());
+    const double below = QFontMetricsF(font()).ascent() - QFontMetricsF(trailingFont_).ascent();  // on one baseline
+    trailingLine_.paint(painter, {trailingStart, top + below});
     const double titleEnd = trailing_.isEmpty() ? textEnd : trailingStart - gapBeforeTrailing;
     title_.set(text(), font(), 1);
     painter.setPen(PanelColors::inkText);
     for (const TextLines::Line& line : title_.lines(titleEnd - margin))
-        line.paint(painter, {margin, topInMiddle(height(), font())});
+        line.paint(painter, {margin, top});
     painter.restore();
     paintFocus(painter, rect().adjusted(4, 1, -4, -1), 6);
 }

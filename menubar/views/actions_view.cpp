@@ -5,27 +5,12 @@
 
 #include "action_row.h"
 #include "hairline.h"
+#include "menu_rows.h"
 
 namespace quenchly {
 namespace {
 
 constexpr int edge = 5;
-
-/// One action for all that a row can turn into while it stays the same row.
-MenuAction standingFor(MenuAction action)
-{
-    switch (action) {
-        case MenuAction::installAgent:
-        case MenuAction::protectOff:
-            return MenuAction::protectOn;
-        case MenuAction::openAtLoginOff:
-            return MenuAction::openAtLoginOn;
-        case MenuAction::automaticChecksOff:
-            return MenuAction::automaticChecksOn;
-        default:
-            return action;
-    }
-}
 
 }  // namespace
 

@@ -7,9 +7,9 @@
 namespace quenchly {
 
 class BrandIcon;
+class HeaderStory;
 class HelpIcon;
 class MetersView;
-class TextLabel;
 
 /// The upper part of the panel: the icon, and beside it what is going on.
 class HeaderView : public QWidget {
@@ -18,19 +18,15 @@ class HeaderView : public QWidget {
 public:
     explicit HeaderView(QWidget* parent = nullptr);
 
-    void setContent(const MenuContent::Header& content);
+    /// `keepsHeight`: what needs more room than there is goes without.
+    void setContent(const MenuContent::Header& content, bool keepsHeight);
 
 private:
-    QWidget* makeLockupRow();
     QWidget* makeTriggers();
 
     BrandIcon* icon_;
-    TextLabel* headline_;
-    TextLabel* lockup_;
-    HelpIcon* lockupHelp_;
-    TextLabel* lastCheck_;
+    HeaderStory* story_;
     MetersView* meters_;
-    TextLabel* detail_;
     QWidget* triggers_;
     HelpIcon* statusHelp_;
     HelpIcon* memoryTip_;

@@ -10,6 +10,7 @@
 #include "hairline.h"
 #include "header_view.h"
 #include "help_icon.h"
+#include "menu_rows.h"
 #include "panel_colors.h"
 #include "panel_metrics.h"
 #include "set_aside_view.h"
@@ -57,6 +58,8 @@ MenuContentView::MenuContentView(QWidget* parent) : QWidget(parent)
                                                             aboveActions, actions_, aboveFooter, makeFooter()})
         column->addWidget(section);
     column->addStretch(1);
+    for (QWidget* rows : {setAsideSection_, static_cast<QWidget*>(actions_)})
+        rows->installEventFilter(this);
     connect(actions_, &ActionsView::triggered, this, &MenuContentView::triggered);
     connect(setAside_, &SetAsideView::acknowledged, this, &MenuContentView::acknowledged);
     connect(setAside_, &SetAsideView::allAcknowledged, this, &MenuContentView::allAcknowledged);
@@ -92,10 +95,20 @@ QWidget* MenuContentView::makeFooter()
 
 void MenuContentView::setContent(const MenuContent& content)
 {
-    if (content == content_)
+    const bool keepsRows = isVisible() && haveSameRows(content, content_);
+    isBehind_ = isVisible() && !keepsRows && underPointer_ != nullptr;
+    if (isBehind_)
+        present(withRowsOf(content_, content), true);
+    else
+        present(content, keepsRows);
+}
+
+void MenuContentView::present(const MenuContent& content, bool keepsRows)
+{
+    if (content == content_ && keepsRows)
         return;
     content_ = content;
-    header_->setContent(content.header);
+    header_->setContent(content.header, keepsRows);
     targets_->setContent(content.targets);
     if (content.setAside)
         setAside_->setContent(*content.setAside);
@@ -142,6 +155,19 @@ std::vector<QWidget*> MenuContentView::focusStops() const
             (widget->focusPolicy() & Qt::TabFocus) != 0)
             stops.push_back(widget);
     return stops;
+}
+
+bool MenuContentView::eventFilter(QObject* object, QEvent* event)
+{
+    const bool leaves = event->type() == QEvent::Leave || event->type() == QEvent::Hide;
+    if (event->type() == QEvent::Enter) {
+        underPointer_ = object;
+    } else if (leaves && underPointer_ == object) {
+        underPointer_ = nullptr;
+        if (isBehind_)
+            Q_EMIT released();
+    }
+    return QWidget::eventFilter(object, event);
 }
 
 void MenuContentView::keyPressEvent(QKeyEvent* event)

@@ -23,6 +23,8 @@ class MenuContentView : public QWidget {
 public:
     explicit MenuContentView(QWidget* parent = nullptr);
 
+    /// While the panel can be seen its rows move only when one comes or goes, and not as long as the pointer is on the
+    /// rows to press.
     void setContent(const MenuContent& content);
 
     /// The height that the content takes at the panel's width.
@@ -36,10 +38,13 @@ Q_SIGNALS:
     void triggered(MenuAction action);
     void acknowledged(const Text& id);
     void allAcknowledged();
+    /// The pointer has left the rows, and the content that could not be shown under it can be now.
+    void released();
     /// An arrow key has put the focus on a widget.
     void focusMoved(QWidget* focus);
 
 protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
@@ -48,7 +53,11 @@ private:
     /// What the focus can be on, in its order.
     std::vector<QWidget*> focusStops() const;
 
+    void present(const MenuContent& content, bool keepsRows);
+
     MenuContent content_;
+    QObject* underPointer_ = nullptr;  ///< which of the sections with rows to press
+    bool isBehind_ = false;            ///< rows have come or gone that are yet to be shown so
     HeaderView* header_;
     TargetsView* targets_;
     QWidget* setAsideSection_;

@@ -87,6 +87,8 @@ MenuPanel::MenuPanel(PanelController& controller, Role role)
     connect(view_, &MenuContentView::triggered, &controller, &PanelController::perform);
     connect(view_, &MenuContentView::acknowledged, &controller, &PanelController::acknowledge);
     connect(view_, &MenuContentView::allAcknowledged, &controller, &PanelController::acknowledgeAll);
+    // Only when the pointer is where it goes: it may have left one row for another.
+    connect(view_, &MenuContentView::released, this, &MenuPanel::refresh, Qt::QueuedConnection);
     connect(view_, &MenuContentView::focusMoved, this,
             [this](QWidget* focus) { scrollArea_->ensureWidgetVisible(focus); });
 }

@@ -49,7 +49,7 @@ void SetAsideRow::setContent(const MenuContent::SetAsideEntry& entry, const Menu
         button_->updateGeometry();
     }
     button_->describe(entry.label, section.reason);
-    button_->setAvailable(section.enabled);
+    button_->setAvailable(section.enabled && entry.isListed);
     help_->setHelp(section.acknowledgeHelp);
 }
 

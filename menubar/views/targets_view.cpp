@@ -36,11 +36,11 @@ QColor targetColor(TargetRow::State state)
     return PanelColors::opaque(WindPalette::muted);
 }
 
-TextStyle noteStyle()
+TextStyle noteStyle(int mostLines)
 {
     return {.pixelSize = footerSize,
             .ink = PanelColors::faded(PanelColors::inkMuted, noteOpacity),
-            .mostLines = mostNoteLines,
+            .mostLines = mostLines,
             .lineHeight = 1.4};
 }
 
@@ -54,6 +54,7 @@ public:
         detail_ = new TextLabel({.pixelSize = secondarySize, .ink = PanelColors::inkMuted}, this);
         detail_->setAlignment(Qt::AlignRight);
         detail_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);  // a long name gives way
+        alignBaselines({name_, detail_}, name_->sizeHint().height());
         auto* line = new QHBoxLayout(this);
         line->setContentsMargins(targetDot + betweenDotAndName, rowPadding, 0, rowPadding);
         line->setSpacing(betweenNameAndDetail);
@@ -94,8 +95,9 @@ TargetsView::TargetsView(QWidget* parent) : QWidget(parent)
     rowColumn_ = new QVBoxLayout;
     rowColumn_->setSpacing(0);
     more_ = new TextLabel({.pixelSize = secondarySize, .ink = PanelColors::inkMuted}, this);
-    note_ = new TextLabel(noteStyle(), this);
-    honesty_ = new TextLabel(noteStyle(), this);
+    note_ = new TextLabel(noteStyle(mostNoteLines), this);
+    honesty_ = new TextLabel(noteStyle(1), this);
+    keepPlaceWhenHidden(*honesty_);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(margin, paddingV, margin, paddingV);
     column->setSpacing(4);

@@ -35,6 +35,21 @@ double topInMiddle(int height, const QFont& font)
     return (height - QFontMetricsF(font).height()) / 2;
 }
 
+void alignBaselines(std::initializer_list<TextLabel*> labels, int height)
+{
+    const QFont& leading = (*labels.begin())->font();
+    const double baseline = topInMiddle(height, leading) + QFontMetricsF(leading).ascent();
+    for (TextLabel* label : labels)
+        label->standOn(baseline, height);
+}
+
+void keepPlaceWhenHidden(QWidget& widget)
+{
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
 QString plainToolTip(const QString& text)
 {
     if (text.isEmpty())
@@ -71,9 +86,33 @@ void TextLabel::setInk(const QColor& ink)
     update();
 }
 
+void TextLabel::setMostLines(int mostLines)
+{
+    if (style_.mostLines == mostLines)
+        return;
+    style_.mostLines = mostLines;
+    updateGeometry();
+    update();
+    updateToolTip();
+}
+
+void TextLabel::standOn(double baseline, int height)
+{
+    baseline_ = baseline;
+    leastHeight_ = height;
+    updateGeometry();
+    update();
+}
+
 void TextLabel::setFullText(const std::string& utf8)
 {
     fullText_ = QString::fromStdString(utf8);
+    updateToolTip();
+}
+
+void TextLabel::setMore(const std::string& utf8)
+{
+    more_ = QString::fromStdString(utf8);
     updateToolTip();
 }
 
@@ -81,7 +120,7 @@ QSize TextLabel::sizeHint() const
 {
     const int width = roundedUp(naturalWidth());
     if (style_.mostLines == 1)
-        return {width, roundedUp(lineHeight())};
+        return {width, std::max(leastHeight_, roundedUp(lineHeight()))};
     const int wrapped = std::min(width, widestWrapped);
     return {wrapped, heightForWidth(wrapped)};
 }
@@ -101,6 +140,12 @@ double TextLabel::lineHeight() const
     return style_.lineHeight > 0 ? style_.lineHeight * style_.pixelSize : QFontMetricsF(font()).height();
 }
 
+double TextLabel::topOfText() const
+{
+    const QFontMetricsF metrics(font());
+    return baseline_ ? *baseline_ - metrics.ascent() : (lineHeight() - metrics.height()) / 2;
+}
+
 double TextLabel::naturalWidth() const
 {
     whole_.set(text(), font());
@@ -116,7 +161,11 @@ const TextLines::Paragraph& TextLabel::paragraph() const
 void TextLabel::updateToolTip()
 {
     const QString cut = paragraph().broken(width()).cut ? text() : QString();
-    const QString whole = fullText_.isEmpty() ? cut : fullText_;
+    QString whole = fullText_.isEmpty() ? cut : fullText_;
+    if (!more_.isEmpty())
+        whole = whole.isEmpty() ? more_ : whole + u'\n' + more_;
+    if (whole == accessibleDescription())
+        return;
     setToolTip(plainToolTip(whole));
     setAccessibleDescription(whole);  // else the tooltip's markup would be read out
 }
@@ -131,11 +180,10 @@ void TextLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setPen(style_.ink);
-    const double above = (lineHeight() - QFontMetricsF(font()).height()) / 2;
-    double top = 0;
+    double top = topOfText();
     for (const TextLines::Line& line : paragraph().lines(width())) {
         const double left = alignment().testFlag(Qt::AlignRight) ? width() - line.width() : 0;
-        line.paint(painter, {left, top + above});
+        line.paint(painter, {left, top});
         top += lineHeight();
     }
 }

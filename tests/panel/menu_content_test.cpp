@@ -79,6 +79,25 @@ TEST_F(MenuContentTest, TheHeaderCarriesTheStatussTintHeadlineAndDetail)
     EXPECT_EQ(content().header.detail, "");
 }
 
+TEST_F(MenuContentTest, TheDetailIsNewUnlessItRepeatsTheHeadlineAndTheMetersShowItsFigures)
+{
+    const Text sentence = "Machine is calm.";
+    const std::string figures = "load 20% · swap 2.0 GB (31%)";
+    status.headline = sentence;
+    status.detail = sentence;
+    EXPECT_FALSE(content().header.detailIsNew);
+    status.detail = figures + ". Machine is calm.";
+    EXPECT_TRUE(content().header.detailIsNew) << "there are no meters";
+    status.lastMetrics.emplace().menubarLine = figures;
+    EXPECT_FALSE(content().header.detailIsNew);
+    EXPECT_EQ(content().header.detail, figures + ". Machine is calm.") << "for tooltips and screen readers";
+    for (const char* other : {"load 20% · swap 2.0 GB (31%). Machine is calm. Really.", "Machine is calm",
+                              "load 21% · swap 2.0 GB (31%). Machine is calm.", "High load. Watching."}) {
+        status.detail = other;
+        EXPECT_TRUE(content().header.detailIsNew) << other;
+    }
+}
+
 TEST_F(MenuContentTest, MissingChecksComeBeforeProtectionInTheLockup)
 {
     const struct {

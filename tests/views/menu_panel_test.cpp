@@ -4,11 +4,13 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QCursor>
 #include <QLabel>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <tuple>
 #include <utility>
@@ -48,6 +50,7 @@ class MenuPanelTest : public ::testing::Test {
 protected:
     void open(const std::string& state, MenuPanel::Role role = MenuPanel::Role::popup)
     {
+        QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());  // it stays from test to test
         world.writeState("heat-state.json", state);
         panel.reset();
         controller.reset();
@@ -91,6 +94,27 @@ protected:
         std::sort(places.begin(), places.end());
         return places;
     }
+
+    /// Where the rows of the actions stand, from top to bottom, and then the panel's height.
+    std::vector<int> rowPlaces() const
+    {
+        std::vector<int> places;
+        for (const ActionRow* row : panel->findChildren<ActionRow*>())
+            if (row->isVisible())
+                places.push_back(row->mapTo(panel.get(), QPoint()).y());
+        std::sort(places.begin(), places.end());
+        places.push_back(panel->height());
+        return places;
+    }
+
+    void movePointerTo(QWidget* widget, QPoint place = {}) const
+    {
+        QTest::mouseMove(widget, place);
+        QApplication::processEvents();
+    }
+
+    /// Somewhere above all rows.
+    void movePointerAway() const { movePointerTo(panel.get(), QPoint(100, 60)); }
 
     template <class Button>
     Button* button(const char* text) const
@@ -233,7 +257,8 @@ TEST_F(MenuPanelTest, AChangeIsLaidOutAsIfItHadBeenThereFromTheStart)
 {
     const std::string manyLines = std::string(R"({"lastCheck":"2026-03-01T11:59:30Z","story":{"text":")") +
                                   "Many words that take several lines of the header. " +
-                                  "Many words that take several lines of the header." + R"(","tone":"cool"}})";
+                                  "Many words that take several lines of the header." +
+                                  R"(","tone":"cool"},"memoryReliefTip":"Rows come and go."})";
     const std::vector<std::string> states{calmState,        hotState,         setAsideState(3), calmState, manyLines,
                                           setAsideState(9), setAsideState(1), hotState,         manyLines, calmState};
     const auto scanned = [this] { return texts().contains(QStringLiteral("Idle")); };
@@ -264,6 +289,116 @@ TEST_F(MenuPanelTest, ItStaysInsideTheWorkAreaWhereverItIsOpenedAndHoweverItGrow
         change(setAsideState(4));
         EXPECT_TRUE(area.contains(panel->geometry())) << at.x() << "," << at.y();
         panel->close();
+    }
+}
+
+TEST_F(MenuPanelTest, NoRowMovesWhileChecksComeAndGoAndTargetsChangeTheirState)
+{
+    using State = TargetRow::State;
+    open(calmState);
+    const std::vector<int> places = rowPlaces();
+    const std::pair<const char*, State> processes[] = {
+        {"", State::unknown}, {"R", State::running}, {"T", State::paused}};
+    const std::string metrics = R"("lastMetrics":{"load1":9,"cpuCount":8,"swapPct":3,"swapUsedMB":99})";
+    int second = 0;
+    for (const char* rest : {"", R"(,"hot":true)", R"(,"hot":true,"slowActive":false,"lastRestoreAt":"yesterday")"}) {
+        for (const char* time : {"2026-03-01T11:59:", "2026-03-01T11:40:"}) {
+            for (const auto& [process, state] : processes) {
+                world.targets->set({});
+                if (state != State::unknown)
+                    world.targets->set({{"ollama", process}});
+                change(std::string(R"({"lastCheck":")") + time + std::to_string(10 + second++) + "Z\"," + metrics +
+                       rest + "}");
+                ASSERT_TRUE(
+                    QTest::qWaitFor([&] { return controller->content().targets.rows.at(0).state == state; }, 60'000));
+                EXPECT_EQ(rowPlaces(), places) << time << rest << process;
+            }
+        }
+    }
+    change(R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true,"paused":[{"label":"ollama","pid":1}],)" + metrics + "}");
+    EXPECT_TRUE(
+        texts().contains(QStringLiteral("Holding until pressure drops. The machine is not fighting the AI for CPU.")));
+    EXPECT_EQ(rowPlaces(), places);
+    watcher->beginCheckNow();
+    watcher->reload();
+    ASSERT_TRUE(texts().contains(QStringLiteral("Checking now")));
+    EXPECT_EQ(rowPlaces(), places);
+}
+
+TEST_F(MenuPanelTest, RowsThatComeAndGoWaitUntilThePointerHasLeftTheRows)
+{
+    open(setAsideState(1));
+    movePointerTo(button<ActionButton>("Live data"));
+    const std::vector<int> places = rowPlaces();
+    for (const std::string& state : {setAsideState(0), setAsideState(3), setAsideState(0)}) {
+        change(state);
+        EXPECT_EQ(rowPlaces(), places) << state;
+    }
+    PillButton* gone = button<PillButton>("Acknowledge");
+    ASSERT_NE(gone, nullptr) << "it keeps its place";
+    EXPECT_FALSE(gone->isEnabled());
+    movePointerTo(button<ActionButton>("Quit Quenchly"));
+    EXPECT_EQ(rowPlaces(), places) << "from one row to another";
+    movePointerAway();
+    EXPECT_NE(rowPlaces(), places);
+    EXPECT_EQ(button<PillButton>("Acknowledge"), nullptr);
+}
+
+TEST_F(MenuPanelTest, APanelThatOpensUnderThePointerShowsTheRowsOfNow)
+{
+    open(setAsideState(1));
+    movePointerTo(button<ActionButton>("Live data"));
+    change(setAsideState(3));
+    EXPECT_EQ(button<PillButton>("Clear all (3)"), nullptr);
+    panel->close();
+    panel->openAt({});
+    EXPECT_NE(button<PillButton>("Clear all (3)"), nullptr);
+    change(setAsideState(2));
+    EXPECT_NE(button<PillButton>("Clear all (2)"), nullptr) << "where the pointer was does not count any more";
+}
+
+TEST_F(MenuPanelTest, AHeadlineThatWasCutForTheRowsIsWholeWhenThePanelOpensAgain)
+{
+    open(calmState);
+    const std::vector<int> places = rowPlaces();
+    const char* words = "Many words that take several lines of the header. Many words that take several lines of it.";
+    change(std::string(R"({"lastCheck":"2026-03-01T11:59:30Z","story":{"text":")") + words +
+           R"(","tone":"cool"},"lastMetrics":{"load1":1,"cpuCount":8}})");
+    EXPECT_EQ(rowPlaces(), places);
+    panel->close();
+    panel->openAt({});
+    EXPECT_GT(panel->height(), places.back());
+}
+
+TEST_F(MenuPanelTest, WhatHasNoRoomBelowTheHeadlineIsInItsTooltipAndDescription)
+{
+    open(R"({"lastCheck":"2026-03-01T11:59:30Z","lastMetrics":{"load1":1.6,"cpuCount":8,"swapPct":31}})");
+    const QString headline = QStringLiteral("Machine is calm. AI keeps running as usual.");
+    const QString detail = QString::fromStdString(watcher->status().detail.utf8());
+    ASSERT_TRUE(detail.contains(headline));
+    EXPECT_FALSE(texts().contains(detail)) << "it would say it twice";
+    for (const QLabel* label : panel->findChildren<QLabel*>()) {
+        if (label->isVisible() && label->text() == headline) {
+            EXPECT_EQ(label->accessibleDescription(), detail);
+            EXPECT_TRUE(label->toolTip().contains(headline));
+        }
+    }
+    change(R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true,"lastMetrics":{"load1":9,"cpuCount":8,"swapPct":31}})");
+    EXPECT_TRUE(texts().contains(QString::fromStdString(watcher->status().detail.utf8())));
+}
+
+TEST_F(MenuPanelTest, ALongDetailEndsAfterTwoLinesAndIsWholeInItsTooltip)
+{
+    std::filesystem::remove(world.scratch / "Library/LaunchAgents/com.brindlemoor.quenchly.plist");
+    open(calmState);
+    const QString detail = QString::fromStdString(watcher->status().detail.utf8());
+    ASSERT_TRUE(detail.startsWith(QStringLiteral("The menu bar icon is running")));
+    for (const QLabel* label : panel->findChildren<QLabel*>()) {
+        if (label->text() == detail) {
+            EXPECT_LE(label->height(), 2 * 1.35 * 14 + 1);
+            EXPECT_EQ(label->accessibleDescription(), detail);
+            EXPECT_FALSE(label->toolTip().isEmpty());
+        }
     }
 }
 
