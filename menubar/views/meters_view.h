@@ -19,9 +19,14 @@ public:
 
     void setContent(const MeterContent& content);
 
+    /// What the figures need at the end of the line, and what they get there. The help stands before them.
+    int neededForFigures() const;
+    void setRoomForFigures(int width);
+
 private:
     TextLabel* label_;
     HelpIcon* help_;
+    QWidget* figures_;
     TextLabel* subtitle_;
     TextLabel* value_;
     MeterBar* bar_;
