@@ -159,19 +159,52 @@ MenuContent::SetAsideEntry setAsideEntry(const QuarantinedEntry& entry, Instant 
             .fullText = std::move(fullText)};
 }
 
+/// The port that a command is told to listen at, as ":8080"; empty where there is none.
+std::string portOf(const QuarantinedEntry& entry)
+{
+    constexpr std::string_view option = "--port";
+    constexpr std::string_view digits = "0123456789";
+    const std::string command = entry.cmd.utf8();
+    const std::size_t at = command.find(option);
+    if (at == std::string::npos || at + option.size() == command.size())
+        return {};
+    const std::string value = command.substr(at + option.size() + 1);  // a space or an equals sign in between
+    const std::string port = value.substr(0, value.find_first_not_of(digits));
+    return port.empty() || port.size() > 5 ? "" : ":" + port;
+}
+
+/// Gives entries that would read the same what tells them apart.
+void distinguish(std::vector<MenuContent::SetAsideEntry>& entries, const std::vector<std::string>& ports)
+{
+    const auto likeIt = [&](std::size_t i, bool alsoPort) {
+        std::size_t count = 0;
+        for (std::size_t other = 0; other < entries.size(); ++other)
+            count += entries[other].label == entries[i].label && (!alsoPort || ports[other] == ports[i]) ? 1 : 0;
+        return count;
+    };
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        if (likeIt(i, false) > 1)
+            entries[i].distinction =
+                ports[i].empty() || likeIt(i, true) > 1 ? displayLine(entries[i].id.utf8()) : ports[i];
+}
+
 std::optional<MenuContent::SetAside> setAside(const MenuSituation& situation)
 {
     std::vector<MenuContent::SetAsideEntry> entries;
+    std::vector<std::string> ports;
     std::int64_t count = 0;
     for (const QuarantinedEntry& entry : situation.status.get().quarantine) {
         if (entry.acknowledged)
             continue;
-        if (entries.size() < MenuContent::mostSetAside)
+        if (entries.size() < MenuContent::mostSetAside) {
             entries.push_back(setAsideEntry(entry, situation.now));
+            ports.push_back(portOf(entry));
+        }
         ++count;
     }
     if (count == 0)
         return std::nullopt;
+    distinguish(entries, ports);
     MenuContent::SetAside setAside;
     setAside.heading = L10n::tf("set_aside_heading", {count});
     setAside.help = MenuHelpCopy::setAside();

@@ -76,6 +76,8 @@ struct MenuContent {
     struct SetAsideEntry {
         Text id;  ///< as the file has it: for the acknowledge command, not for display
         std::string label;
+        std::string
+            distinction;  ///< where others have the same label: a port, such as ":8080", or what names the entry
         std::string age;
         std::string fullText;  ///< name, command and reason in lines of their own, each at most 600 characters
         bool isListed = true;  ///< false: it is gone and only keeps its place; it cannot be acknowledged

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "device_pixels.h"
 #include "panel_colors.h"
 
 namespace quenchly {
@@ -15,7 +16,8 @@ void Hairline::paintEvent(QPaintEvent*)
 {
     constexpr double opacity = 0.6;
     QPainter painter(this);
-    painter.fillRect(QRectF(0, 0, width(), 1 / devicePixelRatioF()), PanelColors::faded(PanelColors::line, opacity));
+    const QRectF line(0, 0, width(), DevicePixels::side(painter));
+    painter.fillRect(DevicePixels::snapped(painter, line), PanelColors::faded(PanelColors::line, opacity));
 }
 
 }  // namespace quenchly

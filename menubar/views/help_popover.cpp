@@ -54,14 +54,20 @@ QRect HelpPopover::anchorOnScreen() const
     return {anchor_->mapToGlobal(QPoint(0, 0)), anchor_->size()};
 }
 
+QRect HelpPopover::subjectOnScreen() const
+{
+    const QWidget* subject = anchor_->parentWidget();
+    return {subject->mapToGlobal(QPoint(0, 0)), subject->size()};
+}
+
 void HelpPopover::open()
 {
-    const QRect anchor = anchorOnScreen();
+    const QRect subject = subjectOnScreen();
     const QRect area = anchor_->screen()->availableGeometry();
     const int furthestLeft = std::max(area.left(), area.right() + 1 - width());
-    const int left = std::clamp(anchor.center().x() - width() / 2, area.left(), furthestLeft);
-    const bool fitsBelow = anchor.bottom() + gap + height() <= area.bottom();
-    const int top = fitsBelow ? anchor.bottom() + 1 + gap : anchor.top() - gap - height();
+    const int left = std::clamp(anchorOnScreen().center().x() - width() / 2, area.left(), furthestLeft);
+    const bool fitsBelow = subject.bottom() + gap + height() <= area.bottom();
+    const int top = fitsBelow ? subject.bottom() + 1 + gap : subject.top() - gap - height();
     move(left, std::max(top, area.top()));
     show();
 }
@@ -95,7 +101,7 @@ void HelpPopover::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double radius = testAttribute(Qt::WA_TranslucentBackground) ? cornerRadius : 0;
-    painter.setPen(QPen(PanelColors::line, 1));
+    painter.setPen(QPen(PanelColors::outline, 1));
     painter.setBrush(PanelColors::parchment);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }

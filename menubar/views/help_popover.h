@@ -14,10 +14,11 @@ class HelpPopover : public QFrame {
 public:
     static constexpr int widest = 260;
 
+    /// What `anchor` stands in is what the help is about.
     HelpPopover(const QString& help, QWidget* anchor);
 
     void setHelp(const QString& help);
-    /// Below the anchor, or above it where there is no room, and wholly on its screen.
+    /// Below what the help is about, or above it where there is no room, and wholly on its screen.
     void open();
 
 protected:
@@ -28,6 +29,7 @@ protected:
 private:
     void fit();
     QRect anchorOnScreen() const;
+    QRect subjectOnScreen() const;
 
     QWidget* anchor_;
     TextLabel* text_;

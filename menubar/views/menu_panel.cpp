@@ -10,6 +10,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <chrono>
@@ -54,6 +55,17 @@ void paintWindStripe(QPainter& painter, int width)
     painter.fillRect(QRectF(0, 0, width, stripeHeight), wind);
 }
 
+/// Without a theme Qt shows them bright yellow.
+void colorToolTipsLikeThePanel()
+{
+    QPalette palette = QToolTip::palette();
+    palette.setColor(QPalette::ToolTipBase, PanelColors::parchment);
+    palette.setColor(QPalette::Window, PanelColors::parchment);  // what some styles take instead
+    palette.setColor(QPalette::ToolTipText, PanelColors::inkText);
+    palette.setColor(QPalette::WindowText, PanelColors::inkText);
+    QToolTip::setPalette(palette);
+}
+
 }  // namespace
 
 MenuPanel::MenuPanel(PanelController& controller, Role role)
@@ -65,6 +77,7 @@ MenuPanel::MenuPanel(PanelController& controller, Role role)
 {
     setWindowTitle(QStringLiteral("Quenchly"));
     setFixedWidth(panelWidth);
+    colorToolTipsLikeThePanel();
     setFocusPolicy(Qt::ClickFocus);
     if (role == Role::popup) {
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "device_pixels.h"
 #include "panel_colors.h"
 
 namespace quenchly {
@@ -102,11 +103,14 @@ void MeterBar::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    const QRectF track = rect();
+    const QRectF track = DevicePixels::snapped(painter, rect());
+    const double line = DevicePixels::side(painter);
+    painter.setPen(QPen(PanelColors::line, line));
     painter.setBrush(PanelColors::track);
-    painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
+    painter.drawRoundedRect(track.adjusted(line / 2, line / 2, -line / 2, -line / 2), track.height() / 2,
+                            track.height() / 2);
 
+    painter.setPen(Qt::NoPen);
     const QRectF fill(track.topLeft(), QSizeF(filledWidth(shownFill_), track.height()));
     const double radius = std::min(fill.width(), fill.height()) / 2;
     painter.setBrush(accentGradient(fill, accent_));

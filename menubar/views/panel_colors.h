@@ -20,6 +20,8 @@ inline constexpr QColor inkText = opaque(inkRgb);
 inline constexpr QColor inkMuted{0xE4, 0xD9, 0xC4};
 inline constexpr QColor gold = opaque(WindPalette::amber);
 inline constexpr QColor clay = opaque(WindPalette::clay);
+/// Around what can be pressed and what lies above the panel: three times as light as either.
+inline constexpr QColor outline{0xA0, 0x70, 0x30};
 inline constexpr QColor track{0x3A, 0x31, 0x24};
 inline constexpr QColor helpSymbol = opaque(WindPalette::muted);
 inline constexpr QColor parchment{0x1C, 0x18, 0x13};

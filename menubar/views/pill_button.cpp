@@ -14,7 +14,6 @@ namespace {
 constexpr int paddingH = 10;
 constexpr int paddingV = 3;
 constexpr double cornerRadius = 6;
-constexpr double outlineOpacity = 0.4;
 constexpr double hoverOpacity = 0.1;
 constexpr double pressedOpacity = 0.2;
 
@@ -44,7 +43,7 @@ void PillButton::paintEvent(QPaintEvent*)
     const double inset = 0.5;
     const double inside = isDown() ? pressedOpacity : isEnabled() && underMouse() ? hoverOpacity : 0;
     painter.setBrush(PanelColors::faded(PanelColors::gold, inside));
-    painter.setPen(QPen(PanelColors::faded(PanelColors::gold, outlineOpacity), 1));
+    painter.setPen(QPen(PanelColors::outline, 1));
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
     painter.setPen(PanelColors::gold);
     line_.set(text(), font());

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int paddingV = 2;
 constexpr int betweenLabelAndAge = 8;
-constexpr double ageOpacity = 0.8;
+constexpr double mutedOpacity = 0.8;
 
 }  // namespace
 
@@ -22,8 +22,10 @@ SetAsideRow::SetAsideRow(Text id, QWidget* parent) : QWidget(parent), id_(std::m
 {
     using namespace PanelMetrics;
     label_ = new TextLabel({.pixelSize = bodySize, .ink = PanelColors::inkText}, this);
-    age_ =
-        new TextLabel({.pixelSize = sectionSize, .ink = PanelColors::faded(PanelColors::inkMuted, ageOpacity)}, this);
+    const TextStyle muted{.pixelSize = sectionSize, .ink = PanelColors::faded(PanelColors::inkMuted, mutedOpacity)};
+    distinction_ = new TextLabel(muted, this);
+    age_ = new TextLabel(muted, this);
+    alignBaselines({label_, distinction_, age_}, label_->sizeHint().height());
     age_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     button_ = new PillButton(this);
     help_ = new HelpIcon(this);
@@ -31,6 +33,7 @@ SetAsideRow::SetAsideRow(Text id, QWidget* parent) : QWidget(parent), id_(std::m
     line->setContentsMargins(0, paddingV, 0, paddingV);
     line->setSpacing(betweenLabelAndAge);
     line->addWidget(label_);
+    line->addWidget(distinction_);
     line->addWidget(age_);
     line->addStretch(1);
     line->addWidget(button_);
@@ -42,13 +45,15 @@ void SetAsideRow::setContent(const MenuContent::SetAsideEntry& entry, const Menu
 {
     label_->showText(entry.label);
     label_->setFullText(entry.fullText);
+    distinction_->showText(entry.distinction);
     age_->showText(entry.age);
     const QString text = QString::fromStdString(section.acknowledge);
     if (button_->text() != text) {
         button_->setText(text);
         button_->updateGeometry();
     }
-    button_->describe(entry.label, section.reason);
+    const std::string name = entry.label + (entry.distinction.empty() ? "" : " " + entry.distinction);
+    button_->describe(name, section.reason);
     button_->setAvailable(section.enabled && entry.isListed);
     help_->setHelp(section.acknowledgeHelp);
 }

@@ -29,6 +29,7 @@ Q_SIGNALS:
 private:
     Text id_;
     TextLabel* label_;
+    TextLabel* distinction_;
     TextLabel* age_;
     PillButton* button_;
     HelpIcon* help_;

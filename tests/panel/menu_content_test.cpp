@@ -79,6 +79,30 @@ TEST_F(MenuContentTest, TheHeaderCarriesTheStatussTintHeadlineAndDetail)
     EXPECT_EQ(content().header.detail, "");
 }
 
+TEST_F(MenuContentTest, SetAsideProcessesOfOneNameAreToldApartByTheirPortOrTheirOwnName)
+{
+    const auto distinctions = [this](std::vector<QuarantinedEntry> entries) {
+        status.quarantine = std::move(entries);
+        std::vector<std::string> shown;
+        for (const MenuContent::SetAsideEntry& entry : content().setAside->entries)
+            shown.push_back(entry.distinction);
+        return shown;
+    };
+    using testing::setAsideProcess;
+    using Shown = std::vector<std::string>;
+    EXPECT_EQ(distinctions({setAsideProcess("a", "ollama serve --port 1"), setAsideProcess("b", "mlx_lm.server")}),
+              (Shown{"", ""}));
+    EXPECT_EQ(distinctions({setAsideProcess("a", "/opt/ollama runner --port 53122"),
+                            setAsideProcess("b", "/usr/ollama runner --port=8080 --verbose"),
+                            setAsideProcess("4711", "ollama serve")}),
+              (Shown{":53122", ":8080", "4711"}));
+    EXPECT_EQ(distinctions({setAsideProcess("a", "ollama runner --port 80"), setAsideProcess("b", "ollama --port 80")}),
+              (Shown{"a", "b"}));
+    for (const char* command : {"ollama --port", "ollama --port ", "ollama --port x", "ollama --port 123456"})
+        EXPECT_EQ(distinctions({setAsideProcess("a", command), setAsideProcess("b", "ollama")}), (Shown{"a", "b"}))
+            << command;
+}
+
 TEST_F(MenuContentTest, TheDetailIsNewUnlessItRepeatsTheHeadlineAndTheMetersShowItsFigures)
 {
     const Text sentence = "Machine is calm.";

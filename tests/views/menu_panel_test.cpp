@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 #include <algorithm>
 #include <filesystem>
 #include <functional>
@@ -21,6 +22,7 @@
 #include "l10n.h"
 #include "menu_content_view.h"
 #include "meter_bar.h"
+#include "panel_colors.h"
 #include "panel_controller.h"
 #include "pill_button.h"
 #include "recorded_tool.h"
@@ -535,6 +537,41 @@ TEST_F(MenuPanelTest, ALongHelpTextWrapsAndIsWholeOnTheScreen)
     }
 }
 
+TEST_F(MenuPanelTest, APopoverCoversNothingOfTheRowOrMeterThatItExplains)
+{
+    open(setAsideState(2));
+    for (HelpIcon* help : helpIcons()) {
+        help->click();
+        const auto* popover = help->findChild<HelpPopover*>();
+        ASSERT_NE(popover, nullptr);
+        const QWidget* explained = help->parentWidget();
+        const QRect place(explained->mapToGlobal(QPoint()), explained->size());
+        EXPECT_FALSE(popover->geometry().intersects(place)) << explained->metaObject()->className();
+        help->click();
+    }
+}
+
+TEST_F(MenuPanelTest, ATooltipHasThePanelsColors)
+{
+    open(calmState);
+    HelpIcon* help = helpIcons().constFirst();
+    const QPoint place = help->rect().center();
+    QHelpEvent event(QEvent::ToolTip, place, help->mapToGlobal(place));
+    QApplication::sendEvent(help, &event);
+    const auto tooltip = [] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+            return window->isVisible() && window->windowType() == Qt::ToolTip;
+        });
+        return found != windows.end() ? *found : nullptr;
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tooltip() != nullptr; }));
+    const QImage picture = tooltip()->grab().toImage();
+    EXPECT_EQ(picture.pixelColor(picture.width() / 2, 2), PanelColors::parchment);
+    EXPECT_EQ(tooltip()->palette().color(QPalette::ToolTipText), PanelColors::inkText);
+    QToolTip::hideText();
+}
+
 TEST_F(MenuPanelTest, TheArrowKeysMoveBetweenTheButtonsAndRoundTheEnds)
 {
     open(calmState);
@@ -605,7 +642,7 @@ TEST_F(MenuPanelTest, AnEntryKeepsItsButtonWhenOneBeforeItGoes)
     open(setAsideState(2));
     PillButton* second = nullptr;
     for (PillButton* button : panel->findChildren<PillButton*>())
-        if (button->accessibleDescription() == QStringLiteral("ollama") && button->isVisible())
+        if (button->accessibleDescription() == QStringLiteral("ollama p1") && button->isVisible())
             second = button;
     ASSERT_NE(second, nullptr);
     second->setFocus(Qt::TabFocusReason);

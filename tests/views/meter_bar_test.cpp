@@ -48,6 +48,14 @@ TEST_F(MeterBarTest, AHiddenBarJumps)
     EXPECT_EQ(bar.shownFill(), 40);
 }
 
+TEST_F(MeterBarTest, AnEmptyBarHasALineAroundIt)
+{
+    const QImage image = bar.grab().toImage();
+    for (const int y : {0, image.height() - 1})
+        EXPECT_EQ(image.pixelColor(image.width() / 2, y), PanelColors::line) << y;
+    EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 2), PanelColors::track);
+}
+
 TEST_F(MeterBarTest, OnOpeningItStandsAtItsValue)
 {
     bar.setFill(40);
