@@ -69,6 +69,9 @@ TEST_F(ActionsTest, UnloadListedAI)
     openIn("swap-critical");
     clickButton(QStringLiteral("Unload listed AI"));
     EXPECT_TRUE(waitForRuns({QStringLiteral("unload-listed")}));
+    EXPECT_TRUE(waitFor([this] { return buttonNamed(QStringLiteral("Unload listed AI")).isEmpty(); }));
+    EXPECT_TRUE(shows(QStringLiteral("Unload listed AI"))) << "it moves no row under the pointer";
+    moveTo(idlePosition());
     EXPECT_TRUE(waitFor([this] { return !shows(QStringLiteral("Unload listed AI")); }));
     EXPECT_FALSE(shows(QStringLiteral("Extra memory tip, Help")));
 }
@@ -137,6 +140,7 @@ TEST_F(ActionsTest, AcknowledgeOneThenAll)
     EXPECT_TRUE(waitForRuns({QStringLiteral("quarantine ack ollama-runner-53122"),
                              QStringLiteral("quarantine ack mlx-server-8080"),
                              QStringLiteral("quarantine ack lmstudio-service")}));
+    moveTo(idlePosition());
     EXPECT_TRUE(waitFor([this] { return !shows(QStringLiteral("Acknowledge")); }));
     EXPECT_FALSE(shows(QStringLiteral("SET ASIDE (2)")));
     EXPECT_FALSE(shows(QStringLiteral("Only Ollama, MLX, LM Studio.")));
