@@ -9,6 +9,7 @@
 #include <limits>
 
 #include "compositing.h"
+#include "device_pixels.h"
 #include "l10n.h"
 #include "panel_colors.h"
 #include "text_label.h"
@@ -101,9 +102,8 @@ void HelpPopover::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double radius = testAttribute(Qt::WA_TranslucentBackground) ? cornerRadius : 0;
-    painter.setPen(QPen(PanelColors::outline, 1));
     painter.setBrush(PanelColors::parchment);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    DevicePixels::drawOutline(painter, rect(), PanelColors::outline, radius);
 }
 
 }  // namespace quenchly

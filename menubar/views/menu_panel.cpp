@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "compositing.h"
+#include "device_pixels.h"
 #include "l10n.h"
 #include "menu_content_view.h"
 #include "panel_colors.h"
@@ -300,8 +301,8 @@ void MenuPanel::paintEvent(QPaintEvent* event)
     painter.restore();
     if (role_ != Role::popup)
         return;
-    painter.setPen(QPen(PanelColors::faded(Qt::white, outlineOpacity), 1));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.setBrush(Qt::NoBrush);
+    DevicePixels::drawOutline(painter, rect(), PanelColors::faded(Qt::white, outlineOpacity), radius);
 }
 
 }  // namespace quenchly

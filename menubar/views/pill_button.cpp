@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "device_pixels.h"
 #include "panel_colors.h"
 #include "panel_metrics.h"
 #include "text_label.h"
@@ -40,11 +41,9 @@ void PillButton::paintEvent(QPaintEvent*)
     painter.save();
     if (!isEnabled())
         painter.setOpacity(PanelColors::disabledOpacity);
-    const double inset = 0.5;
     const double inside = isDown() ? pressedOpacity : isEnabled() && underMouse() ? hoverOpacity : 0;
     painter.setBrush(PanelColors::faded(PanelColors::gold, inside));
-    painter.setPen(QPen(PanelColors::outline, 1));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    DevicePixels::drawOutline(painter, rect(), PanelColors::outline, cornerRadius);
     painter.setPen(PanelColors::gold);
     line_.set(text(), font());
     line_.paint(painter, {paddingH, topInMiddle(height(), font())});

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QImage>
 #include <QTest>
+#include <vector>
 
 #include "panel_colors.h"
 
@@ -54,6 +55,30 @@ TEST_F(MeterBarTest, AnEmptyBarHasALineAroundIt)
     for (const int y : {0, image.height() - 1})
         EXPECT_EQ(image.pixelColor(image.width() / 2, y), PanelColors::line) << y;
     EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 2), PanelColors::track);
+}
+
+TEST_F(MeterBarTest, TheLineIsWholeAboveAndBelowAtFractionalScales)
+{
+    for (const double scale : {1.25, 1.5, 1.75}) {
+        for (int top = 0; top < 8; ++top) {
+            QWidget window;
+            window.setStyleSheet(QStringLiteral("background: black"));
+            window.resize(barWidth, 30);
+            auto* empty = new MeterBar(&window);
+            empty->setGeometry(0, top, barWidth, MeterBar::barHeight);
+            QImage picture((QSizeF(window.size()) * scale).toSize(), QImage::Format_RGB32);
+            picture.setDevicePixelRatio(scale);
+            picture.fill(Qt::black);
+            window.render(&picture);
+            std::vector<QColor> rows;
+            for (int y = 0; y < picture.height(); ++y)
+                if (picture.pixelColor(picture.width() / 2, y) != Qt::black)
+                    rows.push_back(picture.pixelColor(picture.width() / 2, y));
+            ASSERT_FALSE(rows.empty());
+            EXPECT_NEAR(rows.front().red(), PanelColors::line.red(), 3) << scale << " at " << top;
+            EXPECT_NEAR(rows.back().red(), PanelColors::line.red(), 3) << scale << " at " << top;
+        }
+    }
 }
 
 TEST_F(MeterBarTest, OnOpeningItStandsAtItsValue)
