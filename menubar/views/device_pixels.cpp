@@ -1,6 +1,9 @@
 #include "device_pixels.h"
 
+#include <QColor>
 #include <QPainter>
+#include <QPen>
+#include <QTransform>
 #include <algorithm>
 #include <cmath>
 

@@ -6,6 +6,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPalette>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
