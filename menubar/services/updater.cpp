@@ -31,24 +31,30 @@ bool isUpdateKey(const QString& text)
 
 }  // namespace
 
-Updater::Updater(System system, QObject* parent) : QObject(parent), system_(std::move(system))
-{
-    if (isSparkleConfigured(system_.bundleInfo))
-        start();
-    else
-        system_.log(
-            "Quenchly: Sparkle not configured (missing/placeholder SUFeedURL or SUPublicEDKey); updater not started.");
-}
+Updater::Updater(System system, QObject* parent) : QObject(parent), system_(std::move(system)) {}
 
 Updater::~Updater() = default;
 
-void Updater::start()
+UpdaterBackend* Updater::backend() const
 {
-    backend_ = system_.startUpdaterBackend();
-    if (backend_)
-        backend_->setAutomaticallyDownloadsUpdates(false);
+    if (!backend_)
+        backend_ = startedBackend();
+    return backend_->get();
+}
+
+std::unique_ptr<UpdaterBackend> Updater::startedBackend() const
+{
+    if (!isSparkleConfigured(system_.bundleInfo)) {
+        system_.log(
+            "Quenchly: Sparkle not configured (missing/placeholder SUFeedURL or SUPublicEDKey); updater not started.");
+        return nullptr;
+    }
+    auto backend = system_.startUpdaterBackend();
+    if (backend)
+        backend->setAutomaticallyDownloadsUpdates(false);
     else
         system_.log("Quenchly: Sparkle is configured but could not be loaded; updater not started.");
+    return backend;
 }
 
 bool Updater::isSparkleConfigured(const BundleInfo& info)
@@ -61,25 +67,25 @@ bool Updater::isSparkleConfigured(const BundleInfo& info)
 
 bool Updater::automaticChecksEnabled() const
 {
-    return backend_ && backend_->automaticallyChecksForUpdates();
+    return isConfigured() && backend()->automaticallyChecksForUpdates();
 }
 
 void Updater::setAutomaticChecksEnabled(bool enabled)
 {
-    if (!backend_ || automaticChecksEnabled() == enabled)
+    if (!isConfigured() || automaticChecksEnabled() == enabled)
         return;
-    backend_->setAutomaticallyChecksForUpdates(enabled);
+    backend()->setAutomaticallyChecksForUpdates(enabled);
     Q_EMIT published();
 }
 
 void Updater::checkForUpdates()
 {
-    if (!backend_) {
+    if (!isConfigured()) {
         showNotConfiguredAlert();
         return;
     }
     leaveMenuBar(system_);
-    backend_->checkForUpdates();
+    backend()->checkForUpdates();
     system_.runLater(foregroundTime, [system = system_] { returnToMenuBar(system); });
 }
 

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 
 #include "system.h"
 
@@ -12,12 +13,13 @@ class Updater : public QObject {
     Q_OBJECT
 
 public:
-    /// Starts the framework when the bundle names a feed and a key, else logs that it does not.
+    /// Starts nothing yet: the first use of it starts the framework when the bundle names a feed and a key, else logs
+    /// that it does not.
     explicit Updater(System system, QObject* parent = nullptr);
     ~Updater() override;
 
     /// Whether updates can be checked for: the bundle is configured and its framework runs.
-    bool isConfigured() const { return backend_ != nullptr; }
+    bool isConfigured() const { return backend() != nullptr; }
 
     /// False when not configured.
     bool automaticChecksEnabled() const;
@@ -37,10 +39,11 @@ Q_SIGNALS:
     void published();
 
 private:
-    void start();
+    UpdaterBackend* backend() const;
+    std::unique_ptr<UpdaterBackend> startedBackend() const;
 
     System system_;
-    std::unique_ptr<UpdaterBackend> backend_;
+    mutable std::optional<std::unique_ptr<UpdaterBackend>> backend_;  ///< none before the first use
 };
 
 }  // namespace quenchly

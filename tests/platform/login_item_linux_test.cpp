@@ -58,6 +58,39 @@ TEST_F(AutostartTest, SpecialCharactersOfThePathAreEscaped)
         << testing::contentOf(entry);
 }
 
+TEST_F(AutostartTest, APercentSignOfThePathStandsForItself)
+{
+    const fs::path strange = executable("%1 %f %%/100%");
+    ASSERT_EQ(itemFor(strange)->registerItem(), "");
+    EXPECT_EQ(itemFor(strange)->status(), Status::enabled);
+    const std::string folder = scratch.path().string();
+    EXPECT_EQ(testing::contentOf(entry), "[Desktop Entry]\nType=Application\nName=Quenchly\nExec=\"" + folder +
+                                             "/%%1 %%f %%%%/100%%\"\nTryExec=" + strange.string() +
+                                             "\nIcon=quenchly\nTerminal=false\n");
+}
+
+TEST_F(AutostartTest, APathWithALineBreakIsRefusedWithAReason)
+{
+    for (const char* path : {"a\nHidden=false\nb/quenchly", "a\rb/quenchly"}) {
+        const auto strange = itemFor(executable(path));
+        EXPECT_NE(strange->registerItem().find("line break"), std::string::npos);
+        EXPECT_FALSE(fs::exists(entry));
+        EXPECT_EQ(strange->status(), Status::notRegistered);
+    }
+}
+
+TEST_F(AutostartTest, APathWithALineBreakAddsNoLineToTheEntryThatSwitchesOff)
+{
+    writeSystems("[Desktop Entry]\nExec=true\n");
+    const auto strange = itemFor(executable("a\nHidden=false\nb/quenchly"));
+    EXPECT_EQ(strange->unregisterItem(), "");
+    EXPECT_EQ(strange->status(), Status::requiresApproval);
+    EXPECT_EQ(testing::contentOf(entry).find("\nHidden=false"), std::string::npos) << testing::contentOf(entry);
+    const std::string switchedOff = testing::contentOf(entry);
+    strange->requestApproval();
+    EXPECT_EQ(testing::contentOf(entry), switchedOff) << "nothing can be written that starts it";
+}
+
 TEST_F(AutostartTest, AProgramWithSpecialCharactersInItsPathIsFoundAgain)
 {
     const auto strange = itemFor(executable("a b\\s 100% $x\"y/quenchly"));
@@ -112,6 +145,21 @@ TEST_F(AutostartTest, WhatTheUserEditedOutlivesSwitchingOffAndOn)
     EXPECT_EQ(item()->status(), Status::requiresApproval);
     item()->requestApproval();
     EXPECT_EQ(item()->status(), Status::enabled);
+    EXPECT_EQ(testing::contentOf(entry), edited);
+}
+
+TEST_F(AutostartTest, AHeaderInACommentOrAValueIsNoGroup)
+{
+    const std::string edited =
+        "# [Desktop Entry] of mine\n  [Desktop Entry]\t\nComment=[Desktop Entry]\nExec=true\n[Other]\nX=[Desktop "
+        "Entry]\n";
+    writeOwn(edited);
+    EXPECT_EQ(item()->unregisterItem(), "");
+    EXPECT_EQ(testing::contentOf(entry),
+              "# [Desktop Entry] of mine\n  [Desktop Entry]\t\nHidden=true\nComment=[Desktop "
+              "Entry]\nExec=true\n[Other]\nX=[Desktop Entry]\n");
+    EXPECT_EQ(item()->status(), Status::requiresApproval);
+    item()->requestApproval();
     EXPECT_EQ(testing::contentOf(entry), edited);
 }
 

@@ -116,6 +116,19 @@ TEST_F(UpdaterTest, WithoutConfigurationNothingIsStartedAndThatIsLogged)
                                 "updater not started."});
 }
 
+TEST_F(UpdaterTest, NothingIsStartedOrLoggedBeforeTheFirstUse)
+{
+    const Updater configured(configuredSystem());
+    EXPECT_FALSE(framework.automaticDownloads.has_value());
+    const Updater notConfigured(world.system());
+    EXPECT_TRUE(world.log.empty());
+    EXPECT_TRUE(configured.isConfigured());
+    EXPECT_FALSE(notConfigured.isConfigured());
+    EXPECT_FALSE(notConfigured.automaticChecksEnabled());
+    EXPECT_EQ(framework.automaticDownloads, false);
+    EXPECT_EQ(world.log.size(), 1u) << "and once only";
+}
+
 TEST_F(UpdaterTest, AFrameworkThatCannotBeLoadedIsAsGoodAsNone)
 {
     System system = configuredSystem();

@@ -1,6 +1,7 @@
 #include "desktop_entry.h"
 
 #include <QByteArrayList>
+#include <algorithm>
 #include <optional>
 
 namespace quenchly {
@@ -10,10 +11,27 @@ constexpr const char* header = "[Desktop Entry]";
 constexpr const char* hidden = "Hidden";
 constexpr const char* gnomeSwitch = "X-GNOME-Autostart-enabled";
 
-/// A value of the type string: there a backslash begins an escape sequence.
+/// A value of the type string: there a backslash begins an escape sequence. A line break would begin a key of its own.
 QString escaped(const QString& value)
 {
-    return QString(value).replace(u'\\', QStringLiteral("\\\\"));
+    return QString(value)
+        .replace(u'\\', QStringLiteral("\\\\"))
+        .replace(u'\n', QStringLiteral("\\n"))
+        .replace(u'\r', QStringLiteral("\\r"));
+}
+
+QChar escapedBy(QChar letter)
+{
+    switch (letter.unicode()) {
+        case u's':
+            return u' ';
+        case u'n':
+            return u'\n';
+        case u'r':
+            return u'\r';
+        default:
+            return letter;
+    }
 }
 
 QString unescaped(const QString& value)
@@ -22,7 +40,7 @@ QString unescaped(const QString& value)
     for (qsizetype i = 0; i < value.size(); ++i) {
         const bool isEscape = value[i] == u'\\' && i + 1 < value.size();
         const QChar c = isEscape ? value[++i] : value[i];
-        plain += isEscape && c == u's' ? QChar(u' ') : c;
+        plain += isEscape ? escapedBy(c) : c;
     }
     return plain;
 }
@@ -47,16 +65,25 @@ QByteArray keyOf(const QByteArray& line)
     return equals < 0 ? QByteArray() : line.first(equals).trimmed();
 }
 
+bool isGroupHeader(const QByteArray& line)
+{
+    return line.trimmed().startsWith('[');
+}
+
+bool isOurHeader(const QByteArray& line)
+{
+    return line.trimmed() == header;
+}
+
 /// Calls `visit(line)` for the lines of the group that desktops read, and `other(line)` for the rest.
 template <typename Visit, typename Other>
 void forEachLine(const QByteArray& text, const Visit& visit, const Other& other)
 {
     bool inGroup = false;
     for (const QByteArray& line : text.split('\n')) {
-        const bool isHeader = line.trimmed().startsWith('[');
-        if (isHeader)
-            inGroup = line.trimmed() == header;
-        if (inGroup && !isHeader)
+        if (isGroupHeader(line))
+            inGroup = isOurHeader(line);
+        if (inGroup && !isGroupHeader(line))
             visit(line);
         else
             other(line);
@@ -104,9 +131,10 @@ DesktopEntry DesktopEntry::switchedOn() const
 
 DesktopEntry DesktopEntry::switchedOff() const
 {
-    QByteArray text = withoutSwitches().text_;
-    const qsizetype group = text.indexOf(header);
-    return DesktopEntry(group < 0 ? text : text.insert(group + qsizetype(qstrlen(header)), "\nHidden=true"));
+    QByteArrayList lines = withoutSwitches().text_.split('\n');
+    if (const auto group = std::ranges::find_if(lines, isOurHeader); group != lines.end())
+        lines.insert(group + 1, "Hidden=true");
+    return DesktopEntry(lines.join('\n'));
 }
 
 DesktopEntry DesktopEntry::withoutSwitches() const

@@ -38,6 +38,7 @@ class AutostartEntry final : public LoginItem {
 public:
     explicit AutostartEntry(const LoginItemPlaces& places)
         : file_(places.settingsFolder / relativeName),
+          canBeStarted_(places.executable.string().find_first_of("\r\n") == std::string::npos),
           fresh_(DesktopEntry::starting(QString::fromStdString(places.executable.string())))
     {
         for (const fs::path& folder : places.systemSettingsFolders)
@@ -58,6 +59,8 @@ public:
 
     std::string registerItem() override
     {
+        if (!canBeStarted_)
+            return "The program's path has a line break, and desktops start no such program.";
         if (status() == Status::requiresApproval)
             return "It is switched off in the desktop's settings.";
         return writeEntry(file_, fresh_);
@@ -78,7 +81,10 @@ public:
         if (status() != Status::requiresApproval)
             return;
         const std::optional<DesktopEntry> entry = readEntry(file_);
-        writeEntry(file_, entry && isWorthKeeping(*entry) ? entry->switchedOn() : fresh_);
+        if (entry && isWorthKeeping(*entry))
+            writeEntry(file_, entry->switchedOn());
+        else if (canBeStarted_)
+            writeEntry(file_, fresh_);
     }
 
 private:
@@ -101,6 +107,7 @@ private:
 
     fs::path file_;
     std::vector<fs::path> systemFiles_;
+    bool canBeStarted_;  ///< there is an entry that starts the program
     DesktopEntry fresh_;
 };
 
