@@ -5,14 +5,15 @@
 #include <cstdlib>
 #include <map>
 #include <string>
+#include <string_view>
 #include <system_error>
-#include <thread>
 
 #include "checker_contract.h"
 #include "current_instant.h"
 #include "file_reading.h"
 #include "live_sample.h"
 #include "product.h"
+#include "reader_gone.h"
 #include "state_folder.h"
 #include "status_builder.h"
 #include "status_json.h"
@@ -24,11 +25,13 @@ namespace {
 using namespace quenchly;
 
 constexpr const char* helpBeforeLanguages =
-    "Usage: quenchly-status [--json | --bar] [--watch] [--no-live] [options]\n"
+    "Usage: quenchly-status [--json | --bar[=i3bar] | --plain] [--watch] [--no-live] [options]\n"
     "Prints how this machine bears its local AI models.\n"
     "\n"
     "  --json               one JSON object with every field of the status\n"
     "  --bar                one line of JSON with text, tooltip and class, for the custom module of a status bar\n"
+    "  --bar=i3bar          the protocol of i3bar and swaybar\n"
+    "  --plain              one line of text\n"
     "  --watch              print again, at most once a second, whenever something changed\n"
     "  --no-live            show the checker's own figures instead of a live sample\n"
     "  --home DIR           look below DIR instead of the home folder\n"
@@ -104,10 +107,29 @@ std::string render(const StatusOptions& options, const QuenchStatus& status, Ins
             return statusJson(status) + "\n";
         case StatusOptions::Format::bar:
             return barStatus(status, now);
+        case StatusOptions::Format::i3bar:
+            return i3barStatus(status, now);
         case StatusOptions::Format::plain:
+            return plainStatus(status, now);
+        case StatusOptions::Format::full:
             break;
     }
-    return plainStatus(status, now);
+    return fullStatus(status, now);
+}
+
+/// What is printed around the statuses.
+struct Framing {
+    std::string_view before;
+    std::string_view between;
+    std::string_view after;
+};
+
+/// i3bar reads a header and then one array of statuses.
+Framing framing(const StatusOptions& options)
+{
+    if (options.format != StatusOptions::Format::i3bar)
+        return {};
+    return {.before = "{\"version\":1}\n[\n", .between = ",", .after = "]\n"};
 }
 
 bool print(const std::string& text)
@@ -119,26 +141,33 @@ int printOnce(const StatusOptions& options, const StateFileResolver::Resolution&
 {
     const Instant now = currentTime(options);
     const auto status = currentStatus(options, folder, now);
-    return print(render(options, status ? *status : initialStatus(options, folder, now), now)) ? 0 : 1;
+    std::string text(framing(options).before);
+    text += render(options, status ? *status : initialStatus(options, folder, now), now);
+    return print(text.append(framing(options).after)) ? 0 : 1;
 }
 
 /// Until nobody reads any more. While the state cannot be read, the last known status stands.
 int watch(const StatusOptions& options, const StateFileResolver::Resolution& folder)
 {
+    constexpr std::chrono::milliseconds untilNextLook{1000};
     std::string shown;
     std::optional<QuenchStatus> status;
-    for (;;) {
+    std::string_view before = framing(options).before;
+    do {
         const Instant now = currentTime(options);
         if (auto current = currentStatus(options, folder, now))
             status = std::move(current);
         else if (!status)
             status = initialStatus(options, folder, now);
         std::string text = render(options, *status, now);
-        if (text != shown && !print(text))
+        if (text == shown)
+            continue;
+        if (!print(std::string(before) + text))
             return 0;
+        before = framing(options).between;
         shown = std::move(text);
-        std::this_thread::sleep_for(std::chrono::seconds(1));
-    }
+    } while (!readerIsGoneWithin(STDOUT_FILENO, untilNextLook));
+    return 0;
 }
 
 }  // namespace

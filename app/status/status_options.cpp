@@ -3,6 +3,7 @@
 #include <getopt.h>
 
 #include <array>
+#include <string_view>
 #include <system_error>
 
 #include "relative_time.h"
@@ -13,11 +14,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-enum Option : int { json = 1, bar, watch, noLive, home, dataHome, launchAgents, now, language, version, help };
+enum Option : int { json = 1, bar, plain, watch, noLive, home, dataHome, launchAgents, now, language, version, help };
 
-constexpr std::array<option, 12> longOptions{{
+constexpr std::array<option, 13> longOptions{{
     {"json", no_argument, nullptr, json},
-    {"bar", no_argument, nullptr, bar},
+    {"bar", optional_argument, nullptr, bar},
+    {"plain", no_argument, nullptr, plain},
     {"watch", no_argument, nullptr, watch},
     {"no-live", no_argument, nullptr, noLive},
     {"home", required_argument, nullptr, home},
@@ -39,11 +41,38 @@ fs::path folderNamed(StatusOptions& options, const char* text)
     return fs::absolute(text, ignored);
 }
 
+std::string typed(StatusOptions::Format format)
+{
+    switch (format) {
+        case StatusOptions::Format::json:
+            return "--json";
+        case StatusOptions::Format::bar:
+            return "--bar";
+        case StatusOptions::Format::i3bar:
+            return "--bar=i3bar";
+        case StatusOptions::Format::plain:
+            return "--plain";
+        case StatusOptions::Format::full:
+            break;
+    }
+    return {};
+}
+
 void setFormat(StatusOptions& options, StatusOptions::Format format)
 {
-    if (options.format != StatusOptions::Format::plain && options.format != format)
-        options.error = "--json and --bar exclude each other";
+    if (options.format != StatusOptions::Format::full && options.format != format)
+        options.error = typed(options.format) + " and " + typed(format) + " exclude each other";
     options.format = format;
+}
+
+/// `protocol` is null for the bars that take a line of JSON for each status.
+void setBar(StatusOptions& options, const char* protocol)
+{
+    if (protocol == nullptr)
+        return setFormat(options, StatusOptions::Format::bar);
+    if (std::string_view(protocol) == "i3bar")
+        return setFormat(options, StatusOptions::Format::i3bar);
+    options.error = std::string("unknown bar: ") + protocol + " (i3bar)";
 }
 
 void setNow(StatusOptions& options, const char* text)
@@ -66,7 +95,9 @@ void apply(StatusOptions& options, std::optional<fs::path>& launchAgentsDir, int
         case json:
             return setFormat(options, StatusOptions::Format::json);
         case bar:
-            return setFormat(options, StatusOptions::Format::bar);
+            return setBar(options, optarg);
+        case plain:
+            return setFormat(options, StatusOptions::Format::plain);
         case watch:
             options.watch = true;
             return;

@@ -11,9 +11,9 @@ namespace quenchly {
 
 /// What the command line of quenchly-status asks for.
 struct StatusOptions {
-    enum class Format { plain, json, bar };
+    enum class Format { full, plain, json, bar, i3bar };
 
-    Format format = Format::plain;
+    Format format = Format::full;
     bool watch = false;
     bool live = true;
     bool showHelp = false;

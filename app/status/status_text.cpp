@@ -10,6 +10,7 @@
 #include "recency_copy.h"
 #include "relative_time.h"
 #include "text.h"
+#include "wind_palette.h"
 
 namespace quenchly {
 namespace {
@@ -83,9 +84,23 @@ std::string escapedMarkup(std::string text)
     return replacingAll(text, ">", "&gt;");
 }
 
+std::string jsonLine(const nlohmann::ordered_json& value)
+{
+    return value.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+}
+
+std::string hexColor(std::uint32_t color)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text = "#";
+    for (int shift = 20; shift >= 0; shift -= 4)
+        text += digits[color >> shift & 0xFU];
+    return text;
+}
+
 }  // namespace
 
-std::string plainStatus(const QuenchStatus& status, Instant now)
+std::string fullStatus(const QuenchStatus& status, Instant now)
 {
     const std::string lockup =
         ProtectLockup::panel({.protectOn = !status.managementDisabled, .agentInstalled = status.agentInstalled});
@@ -94,6 +109,11 @@ std::string plainStatus(const QuenchStatus& status, Instant now)
         if (further != status.headline)
             text += line(further.utf8());
     return text + lastCheckLine(status, now) + heldRows(status, now) + setAsideRows(status, now);
+}
+
+std::string plainStatus(const QuenchStatus& status, Instant now)
+{
+    return menuBarLabel(status, now).text() + "\n";
 }
 
 std::string barStatus(const QuenchStatus& status, Instant now)
@@ -105,7 +125,15 @@ std::string barStatus(const QuenchStatus& status, Instant now)
         {"tooltip", escapedMarkup(headline == detail ? headline : headline + "\n" + detail)},
         {"class", rawValue(status.barTint)},
     };
-    return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    return jsonLine(object);
+}
+
+std::string i3barStatus(const QuenchStatus& status, Instant now)
+{
+    nlohmann::ordered_json block = {{"full_text", menuBarLabel(status, now).text()}};
+    if (const std::uint32_t color = WindPalette::ofTint(status.barTint); color != WindPalette::muted)
+        block["color"] = hexColor(color);
+    return jsonLine(nlohmann::ordered_json::array({block}));
 }
 
 }  // namespace quenchly

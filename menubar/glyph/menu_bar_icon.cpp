@@ -6,44 +6,10 @@
 #include "wind_palette.h"
 
 namespace quenchly::MenuBarIcon {
-namespace {
-
-constexpr std::uint32_t paletteColor(QuenchBarTint tint)
-{
-    switch (tint) {
-        case QuenchBarTint::cool:
-            return WindPalette::blue;
-        case QuenchBarTint::protect:
-            return WindPalette::amber;
-        case QuenchBarTint::hotWatch:
-            return WindPalette::teal;
-        case QuenchBarTint::falseHeat:
-            return WindPalette::muted;
-        case QuenchBarTint::watch:
-            return WindPalette::muted;
-        case QuenchBarTint::unprotected:
-            return WindPalette::clay;
-        case QuenchBarTint::stale:
-            return WindPalette::muted;
-        case QuenchBarTint::waiting:
-            return WindPalette::muted;
-        case QuenchBarTint::spectrumLoop:
-            return WindPalette::amber;
-        case QuenchBarTint::spectrumTrend:
-            return WindPalette::teal;
-        case QuenchBarTint::spectrumFlat:
-            return WindPalette::blue;
-        case QuenchBarTint::spectrumInsufficient:
-            return WindPalette::muted;
-    }
-    return WindPalette::muted;
-}
-
-}  // namespace
 
 QColor color(QuenchBarTint tint)
 {
-    return QColor(QRgb(0xFF000000U | paletteColor(tint)));
+    return QColor(QRgb(0xFF000000U | WindPalette::ofTint(tint)));
 }
 
 QImage image(QuenchBarTint tint, double scale)

@@ -1,11 +1,23 @@
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <QProcess>
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <nlohmann/json.hpp>
 
+#include "child_process.h"
+#include "descriptor.h"
 #include "file_reading.h"
 #include "patience.h"
 #include "program.h"
@@ -74,6 +86,60 @@ TEST_P(GoldenOutput, Bar)
     expectOutput("expected-bar.json", {"--bar"});
 }
 
+/// What --bar prints for a situation; the other formats of one line show the same.
+nlohmann::json barOf(const std::string& situation)
+{
+    const Words options = optionsFor(situations() / situation) + Words{"--no-live", "--bar"};
+    return nlohmann::json::parse(runStatus(options).output);
+}
+
+std::string withoutEscapes(std::string text)
+{
+    for (const auto& [escape, character] :
+         std::map<std::string, std::string>{{"&lt;", "<"}, {"&gt;", ">"}, {"&amp;", "&"}})
+        text = replacingAll(text, escape, character);
+    return text;
+}
+
+class OneLine : public ::testing::TestWithParam<std::string> {
+protected:
+    std::string print(const char* format) const
+    {
+        const ProgramRun run = runStatus(optionsFor(situations() / GetParam()) + Words{"--no-live", format});
+        EXPECT_EQ(run.exitStatus, 0);
+        EXPECT_EQ(run.errors, "");
+        return run.output;
+    }
+};
+
+TEST_P(OneLine, PlainIsTheTextOfTheBarWithoutMarkup)
+{
+    EXPECT_EQ(print("--plain"), withoutEscapes(barOf(GetParam())["text"]) + "\n");
+}
+
+/// The header and the array of what --bar=i3bar prints.
+void expectI3bar(const std::string& output, const nlohmann::json& statuses)
+{
+    const auto endOfHeader = output.find('\n');
+    ASSERT_NE(endOfHeader, std::string::npos);
+    EXPECT_EQ(nlohmann::json::parse(output.substr(0, endOfHeader)), (nlohmann::json{{"version", 1}}));
+    EXPECT_EQ(nlohmann::json::parse(output.substr(endOfHeader)), statuses) << output;
+}
+
+const std::map<std::string, std::string> colors{
+    {"cool", "#4E93C6"},        {"protect", "#E19A3C"},      {"hotWatch", "#6B8FB5"},     {"spectrumTrend", "#6B8FB5"},
+    {"unprotected", "#F09A74"}, {"spectrumLoop", "#E19A3C"}, {"spectrumFlat", "#4E93C6"},
+};
+
+TEST_P(OneLine, I3barHasTheSameTextAndTheGlyphsColourUnlessThatIsGrey)
+{
+    const nlohmann::json bar = barOf(GetParam());
+    nlohmann::json block{{"full_text", withoutEscapes(bar["text"])}};
+    if (const auto color = colors.find(bar["class"]); color != colors.end())
+        block["color"] = color->second;
+    expectI3bar(print("--bar=i3bar"), {{block}});
+}
+
 std::vector<std::string> situationNames()
 {
     std::vector<std::string> names;
@@ -83,11 +149,15 @@ std::vector<std::string> situationNames()
     return names;
 }
 
-INSTANTIATE_TEST_SUITE_P(Situations, GoldenOutput, ::testing::ValuesIn(situationNames()), [](const auto& situation) {
+std::string asTestName(const ::testing::TestParamInfo<std::string>& situation)
+{
     std::string name = situation.param;
     std::replace(name.begin(), name.end(), '-', '_');
     return name;
-});
+}
+
+INSTANTIATE_TEST_SUITE_P(Situations, GoldenOutput, ::testing::ValuesIn(situationNames()), asTestName);
+INSTANTIATE_TEST_SUITE_P(Situations, OneLine, ::testing::ValuesIn(situationNames()), asTestName);
 
 TEST(StatusCommand, ALanguageIsShownWhenAskedFor)
 {
@@ -172,6 +242,13 @@ TEST(StatusCommand, AWrongCommandLineIsOneLineOfErrorAndStatusTwo)
         {{"--now", "yesterday"}, "quenchly-status: not an ISO-8601 time: yesterday\n"},
         {{"--language", "fr"}, "quenchly-status: unknown language: fr (en, ja, fil, zh-Hans, zh-Hant, ko)\n"},
         {{"--json", "--bar"}, "quenchly-status: --json and --bar exclude each other\n"},
+        {{"--plain", "--json"}, "quenchly-status: --plain and --json exclude each other\n"},
+        {{"--bar", "--plain"}, "quenchly-status: --bar and --plain exclude each other\n"},
+        {{"--bar", "--bar=i3bar"}, "quenchly-status: --bar and --bar=i3bar exclude each other\n"},
+        {{"--watch", "--bar=i3bar", "--plain"}, "quenchly-status: --bar=i3bar and --plain exclude each other\n"},
+        {{"--bar=waybar"}, "quenchly-status: unknown bar: waybar (i3bar)\n"},
+        {{"--bar="}, "quenchly-status: unknown bar:  (i3bar)\n"},
+        {{"--plain=1"}, "quenchly-status: unknown option: --plain=1\n"},
         {{"--home", ""}, "quenchly-status: a folder's name is empty\n"},
         {{"--data-home=", "--json"}, "quenchly-status: a folder's name is empty\n"},
         {{"--launch-agents", ""}, "quenchly-status: a folder's name is empty\n"},
@@ -189,8 +266,8 @@ TEST(StatusCommand, HelpAndVersionGoToStandardOutput)
 {
     const ProgramRun help = runStatus({"--help"});
     EXPECT_EQ(help.exitStatus, 0);
-    for (const char* option : {"--json", "--bar", "--watch", "--no-live", "--home DIR", "--data-home DIR",
-                               "--launch-agents DIR", "--now ISO", "--language CODE"})
+    for (const char* option : {"--json", "--bar", "--bar=i3bar", "--plain", "--watch", "--no-live", "--home DIR",
+                               "--data-home DIR", "--launch-agents DIR", "--now ISO", "--language CODE"})
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     EXPECT_EQ(runStatus({"--version"}).output, "quenchly-status " QUENCHLY_VERSION "\n");
 }
@@ -210,19 +287,19 @@ TEST(StatusCommand, AStateThatCannotBeReadIsShownAsAnEmptyOneAsWhenTheApplicatio
 constexpr const char* calm = R"({"lastCheck":"2026-03-01T11:59:30Z"})";
 constexpr const char* overload = R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true})";
 
-/// `--bar --watch` running on folders of its own, read line by line.
+/// `--watch` running on folders of its own, read line by line.
 class Watch {
 public:
-    Watch()
+    explicit Watch(const std::string& format)
     {
         folder_.write("agents/com.brindlemoor.quenchly.plist", "<plist/>");
         write(calm);
         QStringList words;
-        for (const std::string& word : optionsFor(folder_.path()) + Words{"--no-live", "--bar", "--watch"})
+        for (const std::string& word : optionsFor(folder_.path()) + Words{"--no-live", format, "--watch"})
             words += QString::fromStdString(word);
         process_.start(QStringLiteral(QUENCHLY_STATUS_PATH), words);
-        EXPECT_EQ(nextClass(), "cool");
     }
+    Watch() : Watch("--bar") { EXPECT_EQ(nextClass(), "cool"); }
     ~Watch()
     {
         process_.kill();
@@ -238,13 +315,14 @@ public:
         fs::rename(folder_.writeSparse("state/large", "{}", maxFileBytes + 1), folder_ / stateFile);
     }
 
-    /// The class of the next status that is printed.
-    std::string nextClass()
+    std::string nextLine()
     {
         while (!process_.canReadLine() && process_.waitForReadyRead(testing::patience)) {
         }
-        return nlohmann::json::parse(process_.readLine().toStdString())["class"];
+        return process_.readLine().toStdString();
     }
+    /// The class of the next status that is printed.
+    std::string nextClass() { return nlohmann::json::parse(nextLine())["class"]; }
 
 private:
     static constexpr const char* stateFile = "state/heat-state.json";
@@ -284,6 +362,85 @@ TEST(StatusCommand, WatchKeepsTheLastStatusWhileTheStateCannotBeReadOrIsTooLarge
     awaitLooks();
     watch.write(calm);
     EXPECT_EQ(watch.nextClass(), "cool") << "something was printed meanwhile";
+}
+
+TEST(StatusCommand, WatchOfI3barIsAnArrayWithoutEnd)
+{
+    Watch watch("--bar=i3bar");
+    std::string output;
+    for (int i = 0; i < 3; ++i)
+        output += watch.nextLine();
+    watch.write(overload);
+    output += watch.nextLine();
+    watch.remove();
+    output += watch.nextLine();
+    expectI3bar(output + "]", {{{{"full_text", "On"}, {"color", "#4E93C6"}}},
+                               {{{"full_text", "On"}, {"color", "#6B8FB5"}}},
+                               {{{"full_text", "On  Checking in a moment."}}}});
+}
+
+/// Two ends of something, that of the watch first.
+struct Ends {
+    Descriptor written;
+    Descriptor read;
+};
+
+Ends pipeEnds()
+{
+    std::array<int, 2> ends{-1, -1};
+    EXPECT_EQ(pipe(ends.data()), 0);
+    return {.written = Descriptor(ends[1]), .read = Descriptor(ends[0])};
+}
+
+Ends socketEnds()
+{
+    std::array<int, 2> ends{-1, -1};
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+    return {.written = Descriptor(ends[1]), .read = Descriptor(ends[0])};
+}
+
+/// The terminal controls no session, so that its end sends no signal.
+Ends terminalEnds()
+{
+    Descriptor read(posix_openpt(O_RDWR | O_NOCTTY));
+    EXPECT_EQ(grantpt(read.number()), 0);
+    EXPECT_EQ(unlockpt(read.number()), 0);
+    return {.written = Descriptor(open(ptsname(read.number()), O_RDWR | O_NOCTTY)), .read = std::move(read)};
+}
+
+void awaitALine(int descriptor)
+{
+    for (char c = '\0'; c != '\n';) {
+        pollfd input{.fd = descriptor, .events = POLLIN, .revents = 0};
+        ASSERT_EQ(poll(&input, 1, testing::patience), 1);
+        ASSERT_EQ(read(descriptor, &c, 1), 1);
+    }
+}
+
+/// The exit status; -1 after a time in which it should have ended.
+int endOf(pid_t process)
+{
+    auto ended = std::async(std::launch::async, [process] { return exitStatusOf(process); });
+    if (ended.wait_for(std::chrono::milliseconds(testing::patience)) != std::future_status::ready)
+        kill(process, SIGKILL);
+    return ended.get();
+}
+
+TEST(StatusCommand, WatchEndsWhenNobodyReadsItAlthoughNothingChanges)
+{
+    for (const auto& makeEnds : {pipeEnds, socketEnds, terminalEnds}) {
+        Ends ends = makeEnds();
+        const auto process =
+            start({.executable = QUENCHLY_STATUS_PATH,
+                   .arguments = optionsFor(situations() / "calm") + Words{"--no-live", "--bar", "--watch"},
+                   .environment = environmentVariables()},
+                  ends.written.number());
+        ends.written.close();
+        ASSERT_TRUE(process.has_value());
+        awaitALine(ends.read.number());
+        ends.read.close();
+        ASSERT_EQ(endOf(*process), 0);
+    }
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <QProcess>
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
 
 #include "l10n.h"
+#include "patience.h"
 #include "program.h"
 #include "test_files.h"
 #include "text.h"
@@ -102,6 +105,45 @@ TEST(ManualPages, NameTheScenariosThatTheStandInPlays)
               names);
     const std::string help = testing::runProgram(QUENCHLY_MENUBAR_PATH, {"--help"}).output;
     EXPECT_NE(withoutBreaks(help).find("plays " + names + " in turn"), std::string::npos);
+}
+
+/// The first lines that a shell's command prints, on a home folder of its own and with the programs on PATH.
+std::string firstLines(const std::string& command, int lines)
+{
+    const testing::ScratchFolder home;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PATH"), QStringLiteral(QUENCHLY_PROGRAMS));
+    QProcess shell;
+    shell.setProcessEnvironment(environment);
+    const std::string line = "exec " + command + " --home '" + home.path().string() + "'";
+    shell.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QString::fromStdString(line)});
+    std::string text;
+    for (int i = 0; i < lines; ++i) {
+        while (!shell.canReadLine() && shell.waitForReadyRead(testing::patience)) {
+        }
+        text += shell.readLine().toStdString();
+    }
+    EXPECT_EQ(shell.state(), QProcess::Running) << command << shell.readAllStandardError().toStdString();
+    shell.kill();
+    shell.waitForFinished(testing::patience);
+    return text;
+}
+
+TEST(ManualPages, GiveStatusBarsCommandsThatPrintWhatTheseRead)
+{
+    const std::string page = testing::contentOf(QUENCHLY_MANUALS "/quenchly-status.1");
+    const char* forBars = "[\" (](quenchly-status(?: --[a-z]+(?:=\\w+)?)* --watch(?: --[a-z]+(?:=\\w+)?)*)";
+    const std::set<std::string> commands = allOf(page.substr(page.find(".Sh EXAMPLES")), forBars);
+    EXPECT_EQ(commands, allOf(testing::contentOf(QUENCHLY_ROOT "/README.md"), forBars));
+
+    const std::string i3bar = "quenchly-status --watch --bar=i3bar";
+    const std::string plain = "quenchly-status --watch --plain";
+    const std::string waybar = "quenchly-status --bar --watch";
+    ASSERT_EQ(commands, (std::set{i3bar, plain, waybar}));
+    EXPECT_EQ(firstLines(plain, 1), "Checks not set up  Checking in a moment.\n");
+    EXPECT_EQ(nlohmann::json::parse(firstLines(waybar, 1))["class"], "waiting");
+    EXPECT_EQ(firstLines(i3bar, 3),
+              "{\"version\":1}\n[\n[{\"full_text\":\"Checks not set up  Checking in a moment.\"}]\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(
