@@ -13,6 +13,9 @@ namespace quenchly::CheckerContract {
 /// The variable that names the data folder, to the application and to the tool.
 inline constexpr const char* dataFolderVariable = "QUENCHLY_HOME";
 
+/// The variables that the application looks for it in, in this order.
+inline constexpr std::array dataFolderVariables{dataFolderVariable, "QUENCHKY_HOME"};
+
 /// The folder in the data folder, and the files in it.
 inline constexpr std::string_view stateFolder = "state";
 inline constexpr std::string_view heatStateFile = "heat-state.json";

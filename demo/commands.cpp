@@ -16,6 +16,7 @@
 #include "current_instant.h"
 #include "file_changes.h"
 #include "file_reading.h"
+#include "folder_removal.h"
 #include "launch_agent.h"
 #include "live_sample.h"
 #include "relative_time.h"
@@ -34,6 +35,7 @@ constexpr int misused = 2;
 struct Invocation {
     std::filesystem::path dataHome;
     std::filesystem::path launchAgents;
+    std::filesystem::path home;
     std::string tool;
     std::string operand;
     Instant now;
@@ -135,6 +137,9 @@ Outcome removeAgent(const Invocation& invocation)
 
 Outcome uninstall(const Invocation& invocation)
 {
+    if (const auto refusal = refusalToRemove(invocation.dataHome, invocation.home))
+        return {.status = failed,
+                .text = "refused to remove " + invocation.dataHome.string() + ": " + std::string(reason(*refusal))};
     const StateFiles files(invocation.dataHome);
     return applied({.removals = {launchAgentPath(invocation.launchAgents), files.heatState(), files.managed(),
                                  files.protectMode(), files.throttle(), files.tour()}});
@@ -335,6 +340,7 @@ Outcome runCommand(const std::string& program, const std::vector<std::string>& a
         return {.status = misused, .text = misuse(arguments)};
     return run(*command, {.dataHome = folderFrom(CheckerContract::dataFolderVariable),
                           .launchAgents = folderFrom("QUENCHLY_LAUNCH_AGENTS"),
+                          .home = folderFrom("HOME"),
                           .tool = launchablePath(program),
                           .operand = arguments.back(),
                           .now = currentInstant()});

@@ -14,7 +14,13 @@ std::filesystem::path userHomeFolder()
     passwd* found = nullptr;
     if (getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr)
         return "/";
-    return found->pw_dir;
+    return homeFolderNamed(found->pw_dir);
+}
+
+std::filesystem::path homeFolderNamed(const char* field)
+{
+    std::filesystem::path folder = field == nullptr ? "" : field;
+    return folder.is_absolute() ? folder : "/";
 }
 
 }  // namespace quenchly

@@ -48,7 +48,7 @@ std::string helpText()
 std::map<std::string, std::string> folderVariables()
 {
     std::map<std::string, std::string> variables;
-    for (const char* name : {CheckerContract::dataFolderVariable, "QUENCHKY_HOME"})
+    for (const char* name : CheckerContract::dataFolderVariables)
         if (const char* value = std::getenv(name))
             variables.emplace(name, value);
     return variables;
@@ -62,6 +62,7 @@ StateFileResolver::Resolution stateFolder(const StatusOptions& options)
     std::error_code ignored;
     return StateFileResolver::resolve({.env = folderVariables(),
                                        .homeFolder = options.home,
+                                       .keepsToHomeFolder = options.homeIsGiven,
                                        .currentDirectory = std::filesystem::current_path(ignored)});
 }
 

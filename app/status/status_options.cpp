@@ -106,6 +106,7 @@ void apply(StatusOptions& options, std::optional<fs::path>& launchAgentsDir, int
             return;
         case home:
             options.home = folderNamed(options, optarg);
+            options.homeIsGiven = true;
             return;
         case dataHome:
             options.dataHome = folderNamed(options, optarg);
@@ -157,7 +158,7 @@ StatusOptions parseStatusOptions(int argc, char** argv)
     }
     if (options.error.empty() && optind < argc)
         options.error = std::string("unexpected argument: ") + argv[optind];
-    if (options.home.empty())
+    if (!options.homeIsGiven)
         options.home = userHomeFolder();
     options.launchAgents = launchAgentsDir ? *launchAgentsDir : options.home / "Library/LaunchAgents";
     return options;

@@ -19,6 +19,7 @@ struct StatusOptions {
     bool showHelp = false;
     bool showVersion = false;
     std::filesystem::path home;  ///< absolute
+    bool homeIsGiven = false;
     std::optional<std::filesystem::path> dataHome;
     std::filesystem::path launchAgents;
     std::optional<Instant> now;

@@ -30,6 +30,8 @@ namespace quenchly {
 struct System {
     /// The home folder of the user database, not of the HOME variable.
     std::filesystem::path homeFolder;
+    /// Nothing outside of the home folder is to be changed, also not through a symbolic link in it.
+    bool keepsToHomeFolder = false;
     std::filesystem::path currentDirectory;
     /// The folder of the running program, where a tool shipped with it lies.
     std::filesystem::path executableFolder;
@@ -57,7 +59,7 @@ struct System {
     std::shared_ptr<RunningApplication> application;
     std::function<std::optional<std::size_t>(const Alert& alert)> runAlert;
     std::function<void(const std::string& text)> copyToPasteboard;
-    std::function<void(const std::filesystem::path& item, const TrashCompletion& completion)> moveToTrash;
+    Trash moveToTrash;
     std::function<std::unique_ptr<UpdaterBackend>()> startUpdaterBackend;
     /// The key of a sentence on how else this system updates programs; empty when it does not.
     std::string updateAdvice;
@@ -73,8 +75,9 @@ struct System {
 };
 
 /// The system that this program runs on. `homeFolder` replaces the user's home folder for everything, and then nothing
-/// of what belongs to the user's own one is changed: neither their launchd jobs nor the program itself, unless it lies
-/// below `homeFolder`; then it goes into the user's Trash, where they can find it.
+/// outside of it is changed: neither the settings nor the Trash nor launchd's jobs of the user, nor the program itself,
+/// unless it lies below `homeFolder`. Children are told so in their environment. Only a Trash that is no folder of its
+/// own is the user's all the same.
 System makeSystem(const std::optional<std::filesystem::path>& homeFolder = std::nullopt);
 
 }  // namespace quenchly

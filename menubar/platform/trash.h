@@ -9,6 +9,10 @@ namespace quenchly {
 /// Called once, perhaps on another thread: empty on success, else the reason as the system words it.
 using TrashCompletion = std::function<void(const std::string& error)>;
 
-void moveToTrash(const std::filesystem::path& item, const TrashCompletion& completion);
+/// Moves an item into the Trash.
+using Trash = std::function<void(const std::filesystem::path& item, const TrashCompletion& completion)>;
+
+/// `dataFolder` is where a Trash lies that is a folder. Not used by systems that keep theirs otherwise.
+Trash makeTrash(const std::filesystem::path& dataFolder);
 
 }  // namespace quenchly

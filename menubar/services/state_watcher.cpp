@@ -18,8 +18,10 @@ constexpr double checkNowLimitSeconds = 95.0;
 
 StateFileResolver::Resolution resolveStateFolder(const System& system)
 {
-    return StateFileResolver::resolve(
-        {.env = system.environment, .homeFolder = system.homeFolder, .currentDirectory = system.currentDirectory});
+    return StateFileResolver::resolve({.env = system.environment,
+                                       .homeFolder = system.homeFolder,
+                                       .keepsToHomeFolder = system.keepsToHomeFolder,
+                                       .currentDirectory = system.currentDirectory});
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 
 #include "child_process.h"
 #include "command_runner.h"
+#include "folder_removal.h"
 #include "foreground.h"
 #include "l10n.h"
 #include "observe_only.h"
+#include "path_below.h"
 #include "state_watcher.h"
 #include "text.h"
 
@@ -35,6 +37,36 @@ Alert trashAlert()
     return {.title = L10n::t("trash_question"),
             .text = L10n::t("trash_question_text"),
             .buttons = {L10n::t("move_to_trash"), L10n::t("keep_app")}};
+}
+
+constexpr const char* dataKeptTitle = "Saved data was not removed";
+constexpr const char* dataLiesElsewhere =
+    "The data folder lies outside of the home folder that was given. It was left as it is.";
+
+const char* whyDataWasKept(RemovalRefusal refusal)
+{
+    switch (refusal) {
+        case RemovalRefusal::root:
+            return "The data folder is the root of the file system. It was left as it is.";
+        case RemovalRefusal::homeFolder:
+            return "The data folder is a home folder or holds one. It was left as it is.";
+        case RemovalRefusal::notAFolder:
+            return "What is in the data folder's place is no folder. It was left as it is.";
+        case RemovalRefusal::mountPoint:
+            return "A disk is mounted at the data folder. It was left as it is.";
+        case RemovalRefusal::otherOwner:
+            break;
+    }
+    return "The data folder belongs to another user. It was left as it is.";
+}
+
+/// Why the saved data is not to be removed; null when nothing speaks against it.
+const char* reasonToKeepData(const System& system, const std::filesystem::path& dataHome)
+{
+    if (system.keepsToHomeFolder && !leadsBelow(system.homeFolder, dataHome))
+        return dataLiesElsewhere;
+    const auto refusal = refusalToRemove(dataHome, system.homeFolder);
+    return refusal ? whyDataWasKept(*refusal) : nullptr;
 }
 
 std::optional<std::size_t> ask(const System& system, const Alert& alert)
@@ -89,6 +121,10 @@ void StateWatcher::uninstallQuenchly()
 
 void StateWatcher::removeBackgroundCheck() const
 {
+    if (system_.keepsToHomeFolder && !leadsBelow(system_.homeFolder, system_.launchAgentsFolder)) {
+        system_.log("Quenchly uninstall kept the background check: its folder lies outside of the home folder.");
+        return;
+    }
     if (const auto runner = CLIRunner::find(dataHome_, system_))
         runner->runWaiting(ToolCommand::removeAgent);
     else
@@ -97,8 +133,16 @@ void StateWatcher::removeBackgroundCheck() const
 
 void StateWatcher::removeSavedData() const
 {
-    if (const auto runner = CLIRunner::find(dataHome_, system_))
+    const auto runner = CLIRunner::find(dataHome_, system_);
+    if (!runner)
+        return;
+    const char* const reason = reasonToKeepData(system_, dataHome_);
+    if (reason == nullptr) {
         runner->runWaiting(ToolCommand::uninstall);
+        return;
+    }
+    system_.log("Quenchly uninstall kept the saved data: " + (reason + (" " + dataHome_.string())));
+    showAlert({.title = dataKeptTitle, .text = reason + ("\n\n" + displayLine(dataHome_.string()))});
 }
 
 void StateWatcher::sayGoodbye() const

@@ -220,6 +220,15 @@ TEST(StatusCommand, TheEnvironmentsFolderIsUsedWhenItHoldsAState)
     EXPECT_EQ(nlohmann::json::parse(run.output)["lastCheckISO"], "2026-03-01T11:59:30Z");
 }
 
+TEST(StatusCommand, AHomeFolderThatIsGivenIsNotLeft)
+{
+    const testing::ScratchFolder scratch;
+    scratch.write("elsewhere/state/heat-state.json", R"({"lastCheck":"2026-03-01T11:59:30Z"})");
+    const ProgramRun run = runStatus({"--home", scratch.makeFolder("home"), "--json", "--no-live"},
+                                     {{"QUENCHLY_HOME", (scratch / "elsewhere").string()}});
+    EXPECT_EQ(nlohmann::json::parse(run.output)["lastCheckISO"], nullptr);
+}
+
 TEST(StatusCommand, ACommaDecimalLocaleChangesNothing)
 {
     const Words options = optionsFor(situations() / "swap-critical") + Words{"--no-live", "--json"};

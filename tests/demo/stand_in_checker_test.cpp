@@ -615,6 +615,16 @@ TEST_F(StandInChecker, UninstallRemovesItsOwnFilesOnly)
     succeed({"uninstall", "--yes"});
 }
 
+TEST_F(StandInChecker, UninstallRefusesAHomeFolderAndSaysWhy)
+{
+    succeed({"scenario", "calm"});
+    const auto before = files();
+    variables["HOME"] = (home() / "user").string();
+    expectRefusal({"uninstall", "--yes"}, 1,
+                  "refused to remove " + home().string() + ": it is a home folder or holds one");
+    EXPECT_EQ(files(), before);
+}
+
 // Files
 
 TEST_F(StandInChecker, AReaderNeverSeesAPartOfAFile)

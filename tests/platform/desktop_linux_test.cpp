@@ -8,9 +8,13 @@
 #include <QRegularExpression>
 #include <QStorageInfo>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <chrono>
+#include <map>
+#include <memory>
 #include <optional>
 #include <thread>
+#include <vector>
 
 #include "application_item_linux.h"
 #include "hardware_model_linux.h"
@@ -21,6 +25,7 @@
 #include "system.h"
 #include "test_files.h"
 #include "trash.h"
+#include "user_folder.h"
 
 namespace quenchly {
 namespace {
@@ -82,13 +87,12 @@ TEST(RunningApplicationTest, AnyThreadCanEndTheProgram)
 class TrashTest : public ::testing::Test {
 protected:
     testing::ScratchFolder scratch;
-    Variable home{"HOME", scratch.makeFolder("home")};
-    Variable data{"XDG_DATA_HOME", scratch.makeFolder("home/data")};
+    const fs::path data = scratch.makeFolder("home/data");
 
-    static std::optional<std::string> errorOf(const fs::path& item)
+    std::optional<std::string> errorOf(const fs::path& item) const
     {
         std::optional<std::string> outcome;
-        moveToTrash(item, [&](const std::string& error) { outcome = error; });
+        makeTrash(data)(item, [&](const std::string& error) { outcome = error; });
         return outcome;
     }
 
@@ -171,6 +175,29 @@ TEST_F(TrashTest, AFileOfAnotherDiskIsTakenOverWhole)
     EXPECT_EQ(testing::contentOf(trash / "files/image"), "content");
     EXPECT_EQ(fs::status(trash / "files/image").permissions(), fs::perms(0755));
     EXPECT_EQ(noteOn("image").value(1).toStdString(), "Path=" + image.string());
+}
+
+TEST_F(TrashTest, ALinkIsMovedItselfAlsoFromAnotherDisk)
+{
+    const fs::path target = scratch.write("program", "content");
+    std::vector<fs::path> folders{scratch.makeFolder("links")};
+    const QTemporaryDir otherDisk(QStringLiteral("/dev/shm/trash-test-XXXXXX"));
+    if (otherDisk.isValid() && isAnotherDisk(otherDisk.path().toStdString()))
+        folders.emplace_back(otherDisk.path().toStdString());
+    for (const fs::path& folder : folders) {
+        for (const auto& [name, leadsTo] :
+             std::map<std::string, fs::path>{{"to a file", target}, {"to nothing", "gone"}, {"to a folder", data}}) {
+            fs::create_symlink(leadsTo, folder / name);
+            EXPECT_EQ(errorOf(folder / name), "") << folder / name;
+            EXPECT_FALSE(fs::is_symlink(folder / name)) << folder / name;
+            EXPECT_EQ(fs::read_symlink(trash / "files" / name), leadsTo) << folder / name;
+            fs::remove(trash / "files" / name);
+            fs::remove(trash / "info" / (name + ".trashinfo"));
+        }
+    }
+    EXPECT_EQ(testing::contentOf(target), "content");
+    if (folders.size() == 1)
+        GTEST_SKIP() << "there is no other disk";
 }
 
 TEST_F(TrashTest, WithoutATrashNothingIsMovedAnywhere)
@@ -299,26 +326,123 @@ TEST(RealSystemTest, NodeIsTheSystemsOwnOrAnyOnTheSearchPathThatIsNamedInFull)
 TEST(RealSystemTest, OnAnotherHomeFolderLaunchdAndTheProgramAreLeftAlone)
 {
     const testing::ScratchFolder scratch;
-    const Variable home("HOME", scratch.makeFolder("home"));
-    const Variable data("XDG_DATA_HOME", scratch.makeFolder("home/data"));
     const fs::path program = scratch.write("quenchly-menubar", "program");
     const System system = makeSystem(scratch.makeFolder("other"));
     EXPECT_TRUE(system.launchctl.empty());
-    EXPECT_EQ(system.environment.at("HOME"), (scratch / "other").string());
-    for (const fs::path& item : {program, scratch / "other/../quenchly-menubar", scratch / "other"}) {
+    scratch.write("other/bin/quenchly-menubar", "program");
+    for (const fs::path& item :
+         {program, scratch / "other/../quenchly-menubar", scratch / "other", scratch / "other/bin/..",
+          scratch.makeLink("link", scratch / "other/bin/quenchly-menubar")}) {
         std::string error;
         system.moveToTrash(item, [&](const std::string& text) { error = text; });
         EXPECT_EQ(error, "The program does not belong to this home folder.") << item;
     }
     EXPECT_TRUE(fs::exists(program));
-    EXPECT_TRUE(fs::exists(scratch / "other"));
+    EXPECT_TRUE(fs::exists(scratch / "other/bin"));
+    EXPECT_TRUE(fs::is_symlink(scratch / "link"));
+}
+
+const std::vector<const char*> foldersOfTheUser{"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME",
+                                                "XDG_CACHE_HOME",  "QUENCHLY_HOME", "QUENCHKY_HOME"};
+
+/// The environment that children get from a system on the home folder `home`, while each variable names `value`.
+std::map<std::string, std::string> environmentOn(const fs::path& home, const fs::path& value)
+{
+    std::vector<std::unique_ptr<Variable>> variables;
+    for (const char* name : foldersOfTheUser)
+        variables.push_back(std::make_unique<Variable>(name, value));
+    return makeSystem(home).environment;
+}
+
+TEST(RealSystemTest, OnAnotherHomeFolderChildrenAreToldOfNoFolderElsewhere)
+{
+    const testing::ScratchFolder scratch;
+    const fs::path home = scratch.makeFolder("home");
+    for (const fs::path& folder :
+         {scratch / "elsewhere", scratch / "home/../elsewhere", scratch / "home/..", scratch / "home",
+          scratch / "home2", scratch.makeLink("home/link", scratch / "not there yet"), fs::path("elsewhere")}) {
+        const auto environment = environmentOn(home, folder);
+        EXPECT_EQ(environment.at("HOME"), home.string());
+        for (const char* name : foldersOfTheUser)
+            EXPECT_EQ(environment.count(name), 0u) << name << " " << folder;
+    }
+    for (const fs::path& folder : {scratch / "home/below", scratch.makeLink("link", home) / "below"})
+        for (const char* name : foldersOfTheUser)
+            EXPECT_EQ(environmentOn(home, folder).at(name), folder.string()) << name;
+}
+
+/// Everything below a folder, links not followed.
+std::vector<std::string> filesBelow(const fs::path& folder)
+{
+    std::vector<std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+        files.push_back(fs::relative(entry.path(), folder));
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+TEST(RealSystemTest, OnAnotherHomeFolderSettingsAndTrashLieInIt)
+{
+    const testing::ScratchFolder scratch;
+    const fs::path elsewhere = scratch.makeFolder("elsewhere");
+    const Variable settings("XDG_CONFIG_HOME", elsewhere);
+    const Variable data("XDG_DATA_HOME", elsewhere);
+    const System system = makeSystem(scratch.makeFolder("home"));
+    EXPECT_EQ(system.loginItem->registerItem(), "");
+    system.userDefaults->setBool("key", true);
+    system.moveToTrash(scratch.write("home/program", ""), [](const std::string& error) { EXPECT_EQ(error, ""); });
+    EXPECT_TRUE(fs::exists(scratch / "home/.config/autostart/quenchly.desktop"));
+    EXPECT_TRUE(fs::exists(scratch / "home/.config/quenchly/settings.ini"));
+    EXPECT_TRUE(fs::exists(scratch / "home/.local/share/Trash/files/program"));
+    EXPECT_EQ(filesBelow(elsewhere), std::vector<std::string>());
+}
+
+TEST(RealSystemTest, NoLinkLeadsOutOfAnotherHomeFolder)
+{
+    for (const char* link : {".config", ".config/autostart", ".config/autostart/quenchly.desktop", ".config/quenchly",
+                             ".local", ".local/share/Trash", ".local/share/Trash/files"}) {
+        const testing::ScratchFolder scratch;
+        scratch.write("elsewhere/autostart/quenchly.desktop", "[Desktop Entry]\nExec=true\n");
+        scratch.makeFolder("elsewhere/quenchly");
+        scratch.makeFolder("elsewhere/share");
+        const bool isFile = std::string(link).ends_with(".desktop");
+        scratch.makeLink(fs::path("home") / link,
+                         isFile ? scratch / "elsewhere/not there yet" : scratch.path() / "elsewhere");
+        const fs::path program = scratch.write("home/program", "");
+        const auto before = filesBelow(scratch / "elsewhere");
+        const System system = makeSystem(scratch / "home");
+        system.loginItem->registerItem();
+        system.loginItem->unregisterItem();
+        system.loginItem->registerItem();
+        system.userDefaults->setBool("key", true);
+        system.moveToTrash(program, [](const std::string&) {});
+        EXPECT_EQ(filesBelow(scratch / "elsewhere"), before) << link;
+        EXPECT_EQ(testing::contentOf(scratch / "elsewhere/autostart/quenchly.desktop"), "[Desktop Entry]\nExec=true\n")
+            << link;
+    }
+}
+
+TEST(UserFolderTest, IsWhereItsVariableSaysUnlessThatIsRelativeOrEverythingIsInTheHomeFolder)
+{
+    System system;
+    system.homeFolder = "/home/ann";
+    EXPECT_EQ(dataFolder.in(system), "/home/ann/.local/share");
+    EXPECT_EQ(settingsFolder.in(system), "/home/ann/.config");
+    for (const char* path : {"", ".", "data", "../data", "~/data"}) {
+        system.environment = {{"XDG_DATA_HOME", path}, {"XDG_CONFIG_HOME", path}};
+        EXPECT_EQ(dataFolder.in(system), "/home/ann/.local/share") << path;
+        EXPECT_EQ(settingsFolder.in(system), "/home/ann/.config") << path;
+    }
+    system.environment = {{"XDG_DATA_HOME", "/data"}};
+    EXPECT_EQ(dataFolder.in(system), "/data");
+    EXPECT_EQ(settingsFolder.in(system), "/home/ann/.config");
+    system.keepsToHomeFolder = true;
+    EXPECT_EQ(dataFolder.in(system), "/home/ann/.local/share");
 }
 
 TEST(RealSystemTest, AProgramOnItsOwnHomeFolderCanBeMovedToTheTrash)
 {
     const testing::ScratchFolder scratch;
-    const Variable home("HOME", scratch.makeFolder("home"));
-    const Variable data("XDG_DATA_HOME", scratch.makeFolder("home/data"));
     const fs::path program = scratch.write("other/bin/quenchly-menubar", "program");
     const fs::path link = scratch.makeLink("link to other", scratch / "other");
     const auto errorOf = [](const System& system, const fs::path& item) {
@@ -328,7 +452,7 @@ TEST(RealSystemTest, AProgramOnItsOwnHomeFolderCanBeMovedToTheTrash)
     };
     EXPECT_EQ(errorOf(makeSystem(link), program), "");
     EXPECT_FALSE(fs::exists(program));
-    EXPECT_TRUE(fs::exists(scratch / "home/data/Trash/files/quenchly-menubar"));
+    EXPECT_TRUE(fs::exists(scratch / "other/.local/share/Trash/files/quenchly-menubar"));
     scratch.write("other/bin/quenchly-menubar", "another");
     EXPECT_EQ(errorOf(makeSystem(scratch / "other"), link / "bin/quenchly-menubar"), "");
     EXPECT_FALSE(fs::exists(program));

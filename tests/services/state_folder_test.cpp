@@ -24,7 +24,10 @@ protected:
 
     Resolution resolve(const std::map<std::string, std::string>& env = {})
     {
-        return StateFileResolver::resolve({.env = env, .homeFolder = scratch / "user", .currentDirectory = cwd});
+        return StateFileResolver::resolve({.env = env,
+                                           .homeFolder = scratch / "user",
+                                           .keepsToHomeFolder = keepsToHomeFolder,
+                                           .currentDirectory = cwd});
     }
 
     void expectChosen(const Resolution& resolution, const fs::path& dataHome)
@@ -37,6 +40,7 @@ protected:
 
     ScratchFolder scratch;
     fs::path cwd = scratch.makeFolder("work");
+    bool keepsToHomeFolder = false;
     const fs::path standard = "user/Library/Application Support/Quenchly";
     const fs::path test = "user/Library/Application Support/Quenchly-test";
 };
@@ -46,6 +50,28 @@ TEST_F(StateFolder, NothingAnywhereGivesTheDefault)
     expectChosen(resolve(), standard);
     expectChosen(resolve({{"QUENCHLY_HOME", path("elsewhere")}}), standard);
     cwd = fs::path();
+    expectChosen(resolve(), standard);
+}
+
+TEST_F(StateFolder, AHomeFolderThatHoldsEverythingIsNotLeft)
+{
+    keepsToHomeFolder = true;
+    placeState("work");
+    placeState("elsewhere");
+    placeState("user");
+    placeState("user/below");
+    scratch.makeLink("user/link", scratch / "elsewhere");
+    scratch.makeLink("link", scratch / "user");
+    for (const char* folder : {"elsewhere", "user/../elsewhere", "user/link", "user", "user/below/.."}) {
+        expectChosen(resolve({{"QUENCHLY_HOME", path(folder)}}), standard);
+        expectChosen(resolve({{"QUENCHLY_HOME", path(folder)}, {"QUENCHKY_HOME", path("user/below")}}), "user/below");
+    }
+    expectChosen(resolve({{"QUENCHLY_HOME", path("link/below")}}), "link/below");
+    cwd = scratch / "user";
+    expectChosen(resolve({{"QUENCHLY_HOME", "below"}}), "user/below");
+    cwd = scratch / "user/below";
+    expectChosen(resolve(), "user/below");
+    cwd = scratch / "user/link";
     expectChosen(resolve(), standard);
 }
 

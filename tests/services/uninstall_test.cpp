@@ -253,6 +253,117 @@ TEST_F(UninstallTest, LaunchdIsLeftAloneWhereItsJobsAreNotOurs)
     EXPECT_FALSE(agentIsInstalled());
 }
 
+/// Uninstalls with a data folder that must stay: the tool is not told to remove it, and the alert after the question
+/// and the log say the same reason.
+class KeptDataTest : public UninstallTest {
+protected:
+    /// The alert's text; what the answers to the other alerts lead to goes on.
+    std::string refusal(const System& system)
+    {
+        world.desktop.alerts.clear();
+        world.log.clear();
+        run(system, {uninstall, removeData, 0, toTrash});
+        EXPECT_EQ(tool.runs().back(), std::vector<std::string>{"remove-agent"});
+        EXPECT_EQ(world.desktop.events.back(), "terminate");
+        if (world.desktop.alerts.size() != 4)
+            return "no alert";
+        const Alert& alert = world.desktop.alerts.at(2);
+        EXPECT_EQ(alert.title, "Saved data was not removed");
+        EXPECT_EQ(alert.buttons, Events{"OK"});
+        const std::string reason = alert.text.substr(0, alert.text.find('\n'));
+        EXPECT_EQ(world.log.size(), 1u);
+        EXPECT_NE(world.log.back().find(reason), std::string::npos) << world.log.back();
+        return alert.text;
+    }
+
+    System on(const std::filesystem::path& dataFolder)
+    {
+        std::filesystem::remove(world.scratch / "program/quenchly");
+        System system = systemWithTool();
+        std::filesystem::remove(heatState);
+        system.environment["QUENCHLY_HOME"] = dataFolder;
+        return system;
+    }
+
+    /// A folder that is the data folder because it has a state.
+    std::filesystem::path withState(const std::filesystem::path& relative)
+    {
+        world.scratch.write(relative / "state/heat-state.json", "{}");
+        return world.scratch / relative;
+    }
+};
+
+TEST_F(KeptDataTest, AHomeFolderStays)
+{
+    const std::string sentence = "The data folder is a home folder or holds one. It was left as it is.\n\n";
+    EXPECT_EQ(refusal(on(withState("."))), sentence + (world.scratch / ".").string());
+    EXPECT_EQ(refusal(on(world.scratch.makeLink("to home", world.home()))),
+              sentence + (world.scratch / "to home").string());
+    System system = on(withState("homes"));
+    system.homeFolder = world.scratch.makeFolder("homes/ann");
+    EXPECT_EQ(refusal(system), sentence + (world.scratch / "homes").string());
+}
+
+TEST_F(KeptDataTest, WhatIsNotTheUsersOrNoFolderOfItsOwnStays)
+{
+    System system = on({});
+    // What a link in the place of the data folder leads to when the question is answered.
+    const auto refusalOf = [&](const std::filesystem::path& target) {
+        withState("data");
+        system.environment["QUENCHLY_HOME"] = world.scratch / "data";
+        world.desktop.duringAlert = [&](const Alert& alert) {
+            if (alert.title != "Remove saved data too?")
+                return;
+            std::filesystem::remove_all(world.scratch / "data");
+            world.scratch.makeLink("data", target);
+        };
+        const std::string text = refusal(system);
+        std::filesystem::remove(world.scratch / "data");
+        return text.substr(0, text.find('\n'));
+    };
+    EXPECT_EQ(refusalOf("/"), "The data folder is the root of the file system. It was left as it is.");
+    EXPECT_EQ(refusalOf("/proc"), "A disk is mounted at the data folder. It was left as it is.");
+    EXPECT_EQ(refusalOf(world.scratch.write("file", "")),
+              "What is in the data folder's place is no folder. It was left as it is.");
+    const std::filesystem::path strange = geteuid() == 0 ? world.scratch.makeFolder("strange") : "/usr/share";
+    if (geteuid() == 0) {
+        ASSERT_EQ(chown(strange.c_str(), 1, 1), 0);
+    }
+    EXPECT_EQ(refusalOf(strange), "The data folder belongs to another user. It was left as it is.");
+}
+
+TEST_F(KeptDataTest, WhatALinkLeadsToOutsideOfAHomeFolderThatHoldsEverythingStays)
+{
+    System system = on({});
+    system.homeFolder = world.scratch.makeFolder("given");
+    system.launchAgentsFolder = world.scratch.makeFolder("given/agents");
+    system.keepsToHomeFolder = true;
+    withState("elsewhere");
+    const auto link = world.scratch.makeLink("given/Library/Application Support/Quenchly", world.scratch / "elsewhere");
+    EXPECT_EQ(
+        refusal(system),
+        "The data folder lies outside of the home folder that was given. It was left as it is.\n\n" + link.string());
+}
+
+TEST_F(UninstallTest, ABackgroundCheckOutsideOfAHomeFolderThatHoldsEverythingStays)
+{
+    for (const bool withTool : {true, false}) {
+        world.log.clear();
+        System system = withTool ? systemWithTool() : systemWithoutTool();
+        system.homeFolder = world.scratch.makeFolder("given");
+        system.keepsToHomeFolder = true;
+        system.launchctl.clear();
+        system.launchAgentsFolder = world.scratch / "given/LaunchAgents";
+        std::filesystem::remove(system.launchAgentsFolder);
+        world.scratch.makeLink("given/LaunchAgents", world.agentFile().parent_path());
+        run(system, {uninstall, keepData, toTrash});
+        EXPECT_TRUE(agentIsInstalled());
+        EXPECT_FALSE(tool.hasStarted());
+        EXPECT_EQ(world.log.size(), 1u);
+        std::filesystem::remove(world.scratch / "program/quenchly");
+    }
+}
+
 TEST_F(UninstallTest, AToolThatFailsOrDiesStopsNothing)
 {
     for (const char* behaviour : {"fail", "killed"}) {

@@ -5,6 +5,7 @@
 #include "desktop_entry.h"
 #include "file_reading.h"
 #include "login_item.h"
+#include "settings_files.h"
 #include "whole_file.h"
 
 namespace quenchly {
@@ -37,12 +38,12 @@ bool programIsThere(const DesktopEntry& entry)
 class AutostartEntry final : public LoginItem {
 public:
     explicit AutostartEntry(const LoginItemPlaces& places)
-        : file_(places.settingsFolder / relativeName),
+        : file_(places.settingsFolder / autostartFile),
           canBeStarted_(places.executable.string().find_first_of("\r\n") == std::string::npos),
           fresh_(DesktopEntry::starting(QString::fromStdString(places.executable.string())))
     {
         for (const fs::path& folder : places.systemSettingsFolders)
-            systemFiles_.push_back(folder / relativeName);
+            systemFiles_.push_back(folder / autostartFile);
     }
 
     Status status() const override
@@ -88,8 +89,6 @@ public:
     }
 
 private:
-    static constexpr const char* relativeName = "autostart/quenchly.desktop";
-
     std::optional<DesktopEntry> systemEntry() const
     {
         for (const fs::path& file : systemFiles_)

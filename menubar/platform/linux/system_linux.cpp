@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <initializer_list>
 #include <sstream>
 #include <system_error>
 
@@ -9,10 +11,14 @@
 #include "hardware_model_linux.h"
 #include "live_sample.h"
 #include "pasteboard.h"
+#include "path_below.h"
 #include "product.h"
 #include "run_later.h"
+#include "settings_files.h"
+#include "settings_of_this_run.h"
 #include "system.h"
 #include "system_log_linux.h"
+#include "user_folder.h"
 #include "user_home.h"
 
 namespace quenchly {
@@ -20,19 +26,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The desktop's settings folder. A home folder that was given explicitly holds everything itself.
-fs::path settingsFolder(const System& system, bool homeGiven)
-{
-    const auto variable = system.environment.find("XDG_CONFIG_HOME");
-    if (!homeGiven && variable != system.environment.end() && fs::path(variable->second).is_absolute())
-        return variable->second;
-    return system.homeFolder / ".config";
-}
-
 /// Where a system keeps the settings that its users may override. A home folder that was given explicitly has none.
-std::vector<fs::path> systemSettingsFolders(const System& system, bool homeGiven)
+std::vector<fs::path> systemSettingsFolders(const System& system)
 {
-    if (homeGiven)
+    if (system.keepsToHomeFolder)
         return {};
     const auto variable = system.environment.find("XDG_CONFIG_DIRS");
     const bool isSet = variable != system.environment.end() && !variable->second.empty();
@@ -55,6 +52,37 @@ std::vector<fs::path> nodeRuntimes(const std::map<std::string, std::string>& env
     return runtimes;
 }
 
+/// Whether some of these would be written outside of the home folder although that is to hold everything.
+bool leadsOut(const System& system, std::initializer_list<fs::path> files)
+{
+    return system.keepsToHomeFolder &&
+           !std::ranges::all_of(files, [&](const fs::path& file) { return leadsBelow(system.homeFolder, file); });
+}
+
+void addSettings(System& system)
+{
+    const fs::path folder = settingsFolder.in(system);
+    if (leadsOut(system, {folder / autostartFile, folder / defaultsFile})) {
+        system.loginItem = makeLoginItemOfThisRun();
+        system.userDefaults = makeUserDefaultsOfThisRun();
+        return;
+    }
+    system.loginItem = makeLoginItem({.settingsFolder = folder,
+                                      .systemSettingsFolders = systemSettingsFolders(system),
+                                      .executable = system.applicationItem});
+    system.userDefaults = makeUserDefaults(folder);
+}
+
+Trash trashOf(const System& system)
+{
+    const fs::path folder = dataFolder.in(system);
+    if (leadsOut(system, {folder / "Trash/files", folder / "Trash/info"}))
+        return [](const fs::path&, const TrashCompletion& completion) {
+            completion("The Trash of this home folder lies outside of it.");
+        };
+    return makeTrash(folder);
+}
+
 // QDesktopServices belongs to the interface thread, and waiting for that thread would hold up quitting.
 bool openWithDesktop(const std::string& address, const std::map<std::string, std::string>& environment)
 {
@@ -75,7 +103,7 @@ void addDesktop(System& system)
     system.application = makeRunningApplication();
     system.runAlert = runAlert;
     system.copyToPasteboard = copyToPasteboard;
-    system.moveToTrash = moveToTrash;
+    system.moveToTrash = trashOf(system);
     system.startUpdaterBackend = startUpdaterBackend;
     system.updateAdvice = "updates_by_package_manager";
     system.openAddress = [environment = system.environment](const std::string& address) {
@@ -92,6 +120,7 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
 
     System system;
     system.homeFolder = homeFolder ? fs::absolute(*homeFolder, ignored) : userHomeFolder();
+    system.keepsToHomeFolder = homeFolder.has_value();
     system.currentDirectory = fs::current_path(ignored);
     system.executableFolder = executable.parent_path();
     system.launchAgentsFolder = system.homeFolder / "Library/LaunchAgents";
@@ -104,15 +133,11 @@ System makeSystem(const std::optional<fs::path>& homeFolder)
     system.sampleMetrics = LiveMetricsSampler::sample;
     system.processes = makeProcessTable();
     system.makeProcesses = makeProcessTable;
-    const fs::path settings = settingsFolder(system, homeFolder.has_value());
-    system.loginItem = makeLoginItem({.settingsFolder = settings,
-                                      .systemSettingsFolders = systemSettingsFolders(system, homeFolder.has_value()),
-                                      .executable = system.applicationItem});
-    system.userDefaults = makeUserDefaults(settings);
     system.runLater = runLater;
     system.sysctlString = systemControl;
     system.portOwner = [](std::uint16_t port) { return portOwner(port); };
     system.log = writeToSystemLog;
+    addSettings(system);
     addDesktop(system);
     if (homeFolder)
         confineToHomeFolder(system);

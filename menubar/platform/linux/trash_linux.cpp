@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 #include <QDateTime>
-#include <QStandardPaths>
 #include <cerrno>
 #include <system_error>
 
@@ -31,13 +30,12 @@ std::error_code lastError()
 }
 
 /// What cannot be made shows when it is used.
-fs::path preparedTrash()
+fs::path preparedTrash(const fs::path& dataFolder)
 {
     constexpr mode_t ownersAlone = 0700;
-    fs::path trash = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString();
     std::error_code ignored;
-    fs::create_directories(trash, ignored);
-    trash /= "Trash";
+    fs::create_directories(dataFolder, ignored);
+    const fs::path trash = dataFolder / "Trash";
     for (const fs::path& folder : {trash, trash / "files", trash / "info"})
         mkdir(folder.c_str(), ownersAlone);
     return trash;
@@ -62,9 +60,9 @@ std::error_code writeNew(const fs::path& file, const QByteArray& text)
 }
 
 /// Writes the note, whose name makes the place ours.
-Place claimPlace(const fs::path& item)
+Place claimPlace(const fs::path& item, const fs::path& dataFolder)
 {
-    const fs::path trash = preparedTrash();
+    const fs::path trash = preparedTrash(dataFolder);
     Place place;
     for (int number = 1;; ++number) {
         const std::string name = item.filename().string() + (number == 1 ? "" : "." + std::to_string(number));
@@ -84,23 +82,34 @@ std::error_code move(const fs::path& item, const fs::path& to)
     fs::rename(item, to, error);
     if (error != std::errc::cross_device_link)
         return error;
-    if (fs::copy_file(item, to, error) && fs::remove(item, error))
+    if (fs::is_symlink(fs::symlink_status(item, error)))
+        fs::copy_symlink(item, to, error);
+    else
+        fs::copy_file(item, to, error);
+    if (!error && fs::remove(item, error))
         return {};
     std::error_code ignored;
     fs::remove(to, ignored);
     return error;
 }
 
-}  // namespace
-
-void moveToTrash(const std::filesystem::path& item, const TrashCompletion& completion)
+void moveToTrash(const fs::path& dataFolder, const fs::path& item, const TrashCompletion& completion)
 {
-    const Place place = claimPlace(item);
+    const Place place = claimPlace(item, dataFolder);
     const std::error_code error = place.error ? place.error : move(item, place.item);
     std::error_code ignored;
     if (error)
         fs::remove(place.note, ignored);
     completion(error ? error.message() : std::string());
+}
+
+}  // namespace
+
+Trash makeTrash(const fs::path& dataFolder)
+{
+    return [dataFolder](const fs::path& item, const TrashCompletion& completion) {
+        moveToTrash(dataFolder, item, completion);
+    };
 }
 
 }  // namespace quenchly

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "file_reading.h"
+#include "settings_files.h"
 #include "whole_file.h"
 
 namespace quenchly {
@@ -56,7 +57,7 @@ private:
 
 std::unique_ptr<UserDefaults> makeUserDefaults(const std::filesystem::path& settingsFolder)
 {
-    return std::make_unique<SettingsFile>(settingsFolder / "quenchly" / "settings.ini");
+    return std::make_unique<SettingsFile>(settingsFolder / defaultsFile);
 }
 
 }  // namespace quenchly

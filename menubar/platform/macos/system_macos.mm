@@ -76,6 +76,7 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
     const std::filesystem::path executable = mainExecutable();
     System system{
         .homeFolder = home,
+        .keepsToHomeFolder = homeFolder.has_value(),
         .currentDirectory = currentDirectory(),
         .executableFolder = executable.parent_path(),
         .launchAgentsFolder = home / "Library/LaunchAgents",
@@ -92,7 +93,7 @@ System makeSystem(const std::optional<std::filesystem::path>& homeFolder)
         .application = makeRunningApplication(),
         .runAlert = runAlert,
         .copyToPasteboard = copyToPasteboard,
-        .moveToTrash = moveToTrash,
+        .moveToTrash = makeTrash({}),
         .startUpdaterBackend = startUpdaterBackend,
         .runLater = runLater,
         .sysctlString = sysctlString,

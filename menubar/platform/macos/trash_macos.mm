@@ -4,6 +4,7 @@
 #include "trash.h"
 
 namespace quenchly {
+namespace {
 
 void moveToTrash(const std::filesystem::path& item, const TrashCompletion& completion)
 {
@@ -19,6 +20,13 @@ void moveToTrash(const std::filesystem::path& item, const TrashCompletion& compl
                                    done(error == nil ? std::string() : utf8Text([error description]));
                                  }];
     }
+}
+
+}  // namespace
+
+Trash makeTrash(const std::filesystem::path&)
+{
+    return moveToTrash;
 }
 
 }  // namespace quenchly

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "checker_contract.h"
+#include "path_below.h"
 #include "trusted_path.h"
 #include "working_copy.h"
 
@@ -21,13 +22,20 @@ bool holdsHeatState(const fs::path& folder)
     return fs::exists(folder / heatStateFile, ignored);
 }
 
+bool mayBeUsed(const fs::path& folder, const Surroundings& surroundings)
+{
+    return !surroundings.keepsToHomeFolder || leadsBelow(surroundings.homeFolder, folder);
+}
+
 /// The folder that a variable names, a relative one taken from the current directory.
 std::optional<fs::path> folderFromEnvironment(const Surroundings& surroundings)
 {
-    for (const char* name : {CheckerContract::dataFolderVariable, "QUENCHKY_HOME"}) {
+    for (const char* name : CheckerContract::dataFolderVariables) {
         const auto variable = surroundings.env.find(name);
-        if (variable != surroundings.env.end() && !variable->second.empty())
-            return surroundings.currentDirectory / variable->second;
+        if (variable == surroundings.env.end() || variable->second.empty())
+            continue;
+        if (fs::path folder = surroundings.currentDirectory / variable->second; mayBeUsed(folder, surroundings))
+            return folder;
     }
     return std::nullopt;
 }
@@ -39,7 +47,7 @@ std::vector<fs::path> candidates(const Surroundings& surroundings)
         folders.push_back(*folder / stateFolder);
     folders.push_back(surroundings.homeFolder / "Library/Application Support/Quenchly" / stateFolder);
     folders.push_back(surroundings.homeFolder / "Library/Application Support/Quenchly-test" / stateFolder);
-    if (const auto folder = devRepoStateDir(surroundings.currentDirectory))
+    if (const auto folder = devRepoStateDir(surroundings.currentDirectory); folder && mayBeUsed(*folder, surroundings))
         folders.push_back(*folder);
     return folders;
 }

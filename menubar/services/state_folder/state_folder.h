@@ -11,6 +11,8 @@ namespace quenchly::StateFileResolver {
 struct Surroundings {
     std::map<std::string, std::string> env;
     std::filesystem::path homeFolder;
+    /// What the environment and the current directory name counts only if it leads below the home folder.
+    bool keepsToHomeFolder = false;
     std::filesystem::path currentDirectory;  ///< absolute; empty when it cannot be read
 };
 

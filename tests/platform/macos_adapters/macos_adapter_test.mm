@@ -252,9 +252,9 @@ TEST_F(DesktopTest, TheTrashTellsItsFailure)
     Calls errors;
     const auto done = [&errors](const std::string& error) { errors.push_back(error); };
     fakeTrashSucceeds = true;
-    moveToTrash("/Applications/A b.app", done);
+    makeTrash({})("/Applications/A b.app", done);
     fakeTrashSucceeds = false;
-    moveToTrash("/Applications/A b.app", done);
+    makeTrash({})("/Applications/A b.app", done);
     EXPECT_EQ(recordedCalls, (Calls{"recycle /Applications/A b.app", "recycle /Applications/A b.app"}));
     ASSERT_EQ(errors.size(), 2U);
     EXPECT_EQ(errors.at(0), "");
@@ -265,7 +265,7 @@ TEST_F(DesktopTest, AnEmptyPathNeverMovesTheCurrentFolder)
 {
     for (const char* path : {"", "\xff"}) {
         std::string error;
-        moveToTrash(path, [&error](const std::string& reason) { error = reason; });
+        makeTrash({})(path, [&error](const std::string& reason) { error = reason; });
         EXPECT_EQ(error, "There is nothing to move.");
     }
     EXPECT_EQ(recordedCalls, Calls());

@@ -38,8 +38,9 @@ cp "$root/macos-check/apple/sys/sysctl.h" "$build/sys/"
 adapters=$root/menubar/platform/macos
 sources=("$adapters"/{alert,login_item,pasteboard,running_application,second_start,status_item,system,trash}_macos.mm
     "$adapters"/{updater_backend,user_defaults}_macos.mm
-    "$adapters"/{process_output,process_table_macos,settings_of_this_run,sysctl_string}.cpp
-    "$root"/menubar/platform/common/confined_home.cpp "$root"/os/{child_process,port_owner_macos,user_home}.cpp
+    "$adapters"/{process_output,process_table_macos,sysctl_string}.cpp
+    "$root"/menubar/platform/common/{confined_home,settings_of_this_run}.cpp
+    "$root"/os/{child_process,path_below,port_owner_macos,user_home}.cpp
     "$root"/core/text.cpp "$root"/machine/current_instant.cpp "$here"/*.mm)
 for source in "${sources[@]}"; do
     compile "$source"
