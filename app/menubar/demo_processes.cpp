@@ -8,6 +8,7 @@
 #include "file_reading.h"
 #include "heat_state.h"
 #include "json_object.h"
+#include "listed_targets.h"
 #include "quarantine_display.h"
 #include "target_scanner.h"
 #include "text.h"
@@ -17,10 +18,13 @@ namespace {
 
 constexpr ProcessId storyProcess = 4127;
 
-/// The name by which Protection lists what a row calls "LM Studio".
+/// The key of the target whose set-aside jobs have this label; a command's own name is its key.
 Text listedKey(const std::string& rowLabel)
 {
-    return replacingAll(lowercased(rowLabel), " ", "");
+    for (const ListedTargets::Target& target : ListedTargets::all)
+        if (target.launchdRowLabel == rowLabel)
+            return Text(target.keys.front().key);
+    return Text(rowLabel);
 }
 
 class DemoProcesses final : public ProcessTable {

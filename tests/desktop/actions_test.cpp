@@ -5,6 +5,7 @@
 #include <QTcpSocket>
 
 #include "application_on_desktop.h"
+#include "checker_contract.h"
 #include "desktop.h"
 
 namespace quenchly {
@@ -15,7 +16,7 @@ using namespace testing;
 bool somethingServesTheDashboardsPort()
 {
     QTcpSocket socket;
-    socket.connectToHost(QStringLiteral("127.0.0.1"), 8280);
+    socket.connectToHost(QStringLiteral("127.0.0.1"), CheckerContract::dashboardPort);
     return socket.waitForConnected();
 }
 
@@ -124,7 +125,8 @@ TEST_F(ActionsTest, LiveDataOpensTheDashboard)
     const bool servedByOthers = somethingServesTheDashboardsPort();
     openIn("calm");
     clickButton(QStringLiteral("Live data"));
-    EXPECT_TRUE(waitFor([this] { return openedAddresses() == QStringList{QStringLiteral("http://127.0.0.1:8280")}; }));
+    const QString address = QStringLiteral("http://127.0.0.1:%1").arg(CheckerContract::dashboardPort);
+    EXPECT_TRUE(waitFor([&] { return openedAddresses() == QStringList{address}; }));
     EXPECT_EQ(toolRuns(), servedByOthers ? QStringList() : QStringList{QStringLiteral("serve")});
     EXPECT_FALSE(panel().isEmpty());
 }
