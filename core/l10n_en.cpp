@@ -179,6 +179,13 @@ constexpr Entry entries[] = {
      "Open at Login is off and the background check is removed. "
      "The app is still here; "
      "Quit when you are done, or Move to Trash from Finder."},
+    {"data_kept", "Saved data was not removed"},
+    {"data_kept_outside", "The data folder lies outside of the home folder that was given. It was left as it is."},
+    {"data_kept_root", "The data folder is the root of the file system. It was left as it is."},
+    {"data_kept_home", "The data folder is a home folder or holds one. It was left as it is."},
+    {"data_kept_no_folder", "What is in the data folder’s place is no folder. It was left as it is."},
+    {"data_kept_disk", "A disk is mounted at the data folder. It was left as it is."},
+    {"data_kept_other_owner", "The data folder belongs to another user. It was left as it is."},
     {"last_check", "Last check %@"},
     {"eased_back_heading", "Eased back"},
 };

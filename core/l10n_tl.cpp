@@ -190,6 +190,13 @@ constexpr Entry entries[] = {
      "Naka-off na ang “Buksan sa Login” at inalis na ang background check. "
      "Narito pa ang app; "
      "isara ito kapag tapos ka na, o ilipat ito sa Trash mula sa Finder."},
+    {"data_kept", "Hindi inalis ang naka-save na data"},
+    {"data_kept_outside", "Nasa labas ng ibinigay na home folder ang data folder. Iniwan ito nang walang binago."},
+    {"data_kept_root", "Ang data folder ay ang root ng file system. Iniwan ito nang walang binago."},
+    {"data_kept_home", "Home folder ang data folder o may laman itong home folder. Iniwan ito nang walang binago."},
+    {"data_kept_no_folder", "Hindi folder ang nasa lugar ng data folder. Iniwan ito nang walang binago."},
+    {"data_kept_disk", "May naka-mount na disk sa data folder. Iniwan ito nang walang binago."},
+    {"data_kept_other_owner", "Pag-aari ng ibang user ang data folder. Iniwan ito nang walang binago."},
     {"last_check", "Huling check: %@"},
     {"eased_back_heading", "Pinabagal"},
 };

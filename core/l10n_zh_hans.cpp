@@ -166,6 +166,13 @@ constexpr Entry entries[] = {
     {"uninstalled_text",
      "“登录时打开”已关闭，后台检查已移除。"
      "应用仍在这里；用完后请退出，或从“访达”将其移到废纸篓。"},
+    {"data_kept", "未移除已保存的数据"},
+    {"data_kept_outside", "数据文件夹位于指定的个人文件夹之外，已原样保留。"},
+    {"data_kept_root", "数据文件夹是文件系统的根目录，已原样保留。"},
+    {"data_kept_home", "数据文件夹是个人文件夹，或包含个人文件夹，已原样保留。"},
+    {"data_kept_no_folder", "数据文件夹的位置上不是文件夹，已原样保留。"},
+    {"data_kept_disk", "数据文件夹处装载了磁盘，已原样保留。"},
+    {"data_kept_other_owner", "数据文件夹属于其他用户，已原样保留。"},
     {"last_check", "上次检查：%@"},
     {"eased_back_heading", "已放慢"},
 };

@@ -166,6 +166,13 @@ constexpr Entry entries[] = {
     {"uninstalled_text",
      "「登入時開啟」已關閉，背景檢查已移除。"
      "App 仍在這裡；用完後請結束，或從 Finder 將其移到垃圾桶。"},
+    {"data_kept", "未移除已儲存的資料"},
+    {"data_kept_outside", "資料檔案夾位於指定的個人專屬檔案夾之外，已原樣保留。"},
+    {"data_kept_root", "資料檔案夾是檔案系統的根目錄，已原樣保留。"},
+    {"data_kept_home", "資料檔案夾是個人專屬檔案夾，或包含個人專屬檔案夾，已原樣保留。"},
+    {"data_kept_no_folder", "資料檔案夾的位置上不是檔案夾，已原樣保留。"},
+    {"data_kept_disk", "資料檔案夾處裝載了磁碟，已原樣保留。"},
+    {"data_kept_other_owner", "資料檔案夾屬於其他使用者，已原樣保留。"},
     {"last_check", "上次檢查：%@"},
     {"eased_back_heading", "已放慢"},
 };

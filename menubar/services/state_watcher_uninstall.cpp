@@ -39,34 +39,30 @@ Alert trashAlert()
             .buttons = {L10n::t("move_to_trash"), L10n::t("keep_app")}};
 }
 
-constexpr const char* dataKeptTitle = "Saved data was not removed";
-constexpr const char* dataLiesElsewhere =
-    "The data folder lies outside of the home folder that was given. It was left as it is.";
-
-const char* whyDataWasKept(RemovalRefusal refusal)
+std::string whyDataIsKept(RemovalRefusal refusal)
 {
     switch (refusal) {
         case RemovalRefusal::root:
-            return "The data folder is the root of the file system. It was left as it is.";
+            return L10n::t("data_kept_root");
         case RemovalRefusal::homeFolder:
-            return "The data folder is a home folder or holds one. It was left as it is.";
+            return L10n::t("data_kept_home");
         case RemovalRefusal::notAFolder:
-            return "What is in the data folder's place is no folder. It was left as it is.";
+            return L10n::t("data_kept_no_folder");
         case RemovalRefusal::mountPoint:
-            return "A disk is mounted at the data folder. It was left as it is.";
+            return L10n::t("data_kept_disk");
         case RemovalRefusal::otherOwner:
             break;
     }
-    return "The data folder belongs to another user. It was left as it is.";
+    return L10n::t("data_kept_other_owner");
 }
 
-/// Why the saved data is not to be removed; null when nothing speaks against it.
-const char* reasonToKeepData(const System& system, const std::filesystem::path& dataHome)
+/// Why the saved data is not to be removed; empty when nothing speaks against it.
+std::string reasonToKeepData(const System& system, const std::filesystem::path& dataHome)
 {
     if (system.keepsToHomeFolder && !leadsBelow(system.homeFolder, dataHome))
-        return dataLiesElsewhere;
+        return L10n::t("data_kept_outside");
     const auto refusal = refusalToRemove(dataHome, system.homeFolder);
-    return refusal ? whyDataWasKept(*refusal) : nullptr;
+    return refusal ? whyDataIsKept(*refusal) : "";
 }
 
 std::optional<std::size_t> ask(const System& system, const Alert& alert)
@@ -136,13 +132,13 @@ void StateWatcher::removeSavedData() const
     const auto runner = CLIRunner::find(dataHome_, system_);
     if (!runner)
         return;
-    const char* const reason = reasonToKeepData(system_, dataHome_);
-    if (reason == nullptr) {
+    const std::string reason = reasonToKeepData(system_, dataHome_);
+    if (reason.empty()) {
         runner->runWaiting(ToolCommand::uninstall);
         return;
     }
-    system_.log("Quenchly uninstall kept the saved data: " + (reason + (" " + dataHome_.string())));
-    showAlert({.title = dataKeptTitle, .text = reason + ("\n\n" + displayLine(dataHome_.string()))});
+    system_.log("Quenchly uninstall kept the saved data: " + reason + " " + dataHome_.string());
+    showAlert({.title = L10n::t("data_kept"), .text = reason + "\n\n" + displayLine(dataHome_.string())});
 }
 
 void StateWatcher::sayGoodbye() const

@@ -78,7 +78,7 @@ QString run(const QString& program, const QStringList& arguments)
 {
     QProcess process;
     process.start(program, arguments);
-    process.waitForFinished();
+    EXPECT_TRUE(process.waitForFinished(deadline)) << qPrintable(program + u' ' + arguments.join(u' '));
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 

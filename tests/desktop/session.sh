@@ -65,7 +65,7 @@ trap 'exit 143' TERM
 
 mkfifo "$scratch/display"
 # The usual server has one size only. Without -noreset each starts anew when its only client leaves, as xdotool does
-# below, and then turns down who is about to come: the window manager, or the bar, which waits for its windows forever.
+# below, and then turns down who is about to come, such as the window manager.
 if [ "$resizable" = yes ]; then
     server=(Xtigervnc -noreset -geometry "$screen" -depth 24 -rfbport -1 -rfbunixpath "$scratch/vnc" -SecurityTypes None)
 else
@@ -75,6 +75,7 @@ fi
 x_server=$!
 read -r -t 120 display <"$scratch/display"
 
+: >"$logs/xfce4-panel.log"
 mkdir -p -m 700 "$scratch/runtime"
 settings=$scratch/home/.config/xfce4/xfconf/xfce-perchannel-xml
 mkdir -p "$settings"
@@ -89,16 +90,12 @@ setsid env -u WAYLAND_DISPLAY -u XAUTHORITY -u DBUS_SESSION_BUS_ADDRESS -u SESSI
     XDG_CONFIG_HOME="$scratch/home/.config" XDG_CACHE_HOME="$scratch/home/.cache" \
     XDG_DATA_HOME="$scratch/home/.local/share" XDG_STATE_HOME="$scratch/home/.local/state" \
     XDG_CURRENT_DESKTOP=XFCE XDG_SESSION_TYPE=x11 NO_AT_BRIDGE=1 LC_ALL=C.UTF-8 LANGUAGE=en \
-    QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" SESSION_BAR="$bar" SESSION_SCALE="$scale" \
+    QT_QPA_PLATFORM=xcb SESSION_LOGS="$logs" SESSION_SCRIPTS="$scripts" SESSION_BAR="$bar" SESSION_SCALE="$scale" \
     COMPOSITING="$compositing" \
     dbus-run-session -- bash -c '
         if [ "$COMPOSITING" = yes ]; then xcompmgr >"$SESSION_LOGS/xcompmgr.log" 2>&1 & fi
         openbox >"$SESSION_LOGS/openbox.log" 2>&1 &
-        xfce4-panel --disable-wm-check >"$SESSION_LOGS/xfce4-panel.log" 2>&1 &
-        for ((i = 0; i < 2400; ++i)); do
-            ! xdotool search --onlyvisible --class xfce4-panel >/dev/null 2>&1 || break
-            sleep 0.05
-        done
+        . "$SESSION_SCRIPTS/start-bar.sh"
         "$@" 2>&4 4>&- && status=0 || status=$?
         kill $(jobs -p)
         wait

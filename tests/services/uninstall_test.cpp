@@ -324,7 +324,7 @@ TEST_F(KeptDataTest, WhatIsNotTheUsersOrNoFolderOfItsOwnStays)
     EXPECT_EQ(refusalOf("/"), "The data folder is the root of the file system. It was left as it is.");
     EXPECT_EQ(refusalOf("/proc"), "A disk is mounted at the data folder. It was left as it is.");
     EXPECT_EQ(refusalOf(world.scratch.write("file", "")),
-              "What is in the data folder's place is no folder. It was left as it is.");
+              "What is in the data folder’s place is no folder. It was left as it is.");
     const std::filesystem::path strange = geteuid() == 0 ? world.scratch.makeFolder("strange") : "/usr/share";
     if (geteuid() == 0) {
         ASSERT_EQ(chown(strange.c_str(), 1, 1), 0);
