@@ -10,7 +10,7 @@ debian_packages() {
             echo libgtest-dev desktop-file-utils procps xvfb xauth dbus at-spi2-core
             echo openbox xcompmgr xfce4-panel xfconf xdotool x11-xserver-utils
             echo tigervnc-standalone-server
-            echo appstream fakeroot file lintian mandoc
+            echo appstream fakeroot file fonts-noto-cjk lintian mandoc
             echo clang-19 llvm-19 libclang-rt-19-dev libc++-19-dev musl-dev
             echo libgnustep-gui-dev gnustep-back0.29-cairo gobjc
             ;;
