@@ -444,7 +444,7 @@ TEST_F(MenuContentTest, AChangeOfProtectionDoesNotDisableAcknowledging)
 TEST_F(MenuContentTest, AcknowledgingNeedsTheToolAndSaysSo)
 {
     status.quarantine = {setAsideProcess("1")};
-    situation.cliAvailable = false;
+    situation.toolAvailability = ToolAvailability::toolNotFound;
     for (const bool busy : {false, true}) {
         situation.ackBusy = busy;
         const auto setAside = content().setAside;
