@@ -12,7 +12,7 @@ constexpr std::string_view computer(AppLanguage language)
 {
     switch (language) {
         case AppLanguage::ja:
-            return "コンピューター";
+            return "コンピュータ";
         case AppLanguage::zhHans:
             return "电脑";
         case AppLanguage::zhHant:

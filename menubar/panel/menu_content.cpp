@@ -164,11 +164,13 @@ std::string portOf(const QuarantinedEntry& entry)
 {
     constexpr std::string_view option = "--port";
     constexpr std::string_view digits = "0123456789";
-    const std::string command = entry.cmd.utf8();
-    const std::size_t at = command.find(option);
-    if (at == std::string::npos || at + option.size() == command.size())
+    const std::string command = " " + entry.cmd.utf8();
+    std::size_t at = command.find(" " + std::string(option) + " ");
+    if (at == std::string::npos)
+        at = command.find(" " + std::string(option) + "=");
+    if (at == std::string::npos)
         return {};
-    const std::string value = command.substr(at + option.size() + 1);  // a space or an equals sign in between
+    const std::string value = command.substr(at + option.size() + 2);
     const std::string port = value.substr(0, value.find_first_not_of(digits));
     return port.empty() || port.size() > 5 ? "" : ":" + port;
 }

@@ -93,6 +93,7 @@ struct MenuContent {
         std::string acknowledgeHelp;
         std::string clearAll;  ///< absent for a single entry
         std::string clearAllHelp;
+        bool showsAll = true;  ///< false while some wait to be shown: nobody is to acknowledge what they do not see
         bool enabled = true;  ///< all buttons of the section
         std::string reason;   ///< why they are grey; absent too while their action runs
         std::string footnote;

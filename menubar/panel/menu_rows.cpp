@@ -69,6 +69,7 @@ MenuContent::SetAside keepSetAside(const MenuContent::SetAside& shown, std::opti
     }
     if (kept.clearAll.empty() != shown.clearAll.empty())
         kept.clearAll = shown.clearAll;
+    kept.showsAll = listed.empty() && kept.heading == shown.heading;
     return kept;
 }
 
@@ -109,6 +110,13 @@ MenuAction standingFor(MenuAction action)
 bool haveSameRows(const MenuContent& one, const MenuContent& other)
 {
     return rowNames(one) == rowNames(other);
+}
+
+bool listTheSame(const MenuContent& one, const MenuContent& other)
+{
+    RowNames names = rowNames(one);
+    names.actions = rowNames(other).actions;
+    return names == rowNames(other);
 }
 
 MenuContent withRowsOf(const MenuContent& shown, MenuContent next)

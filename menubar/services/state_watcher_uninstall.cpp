@@ -59,9 +59,14 @@ std::string whyDataIsKept(RemovalRefusal refusal)
 /// Why the saved data is not to be removed; empty when nothing speaks against it.
 std::string reasonToKeepData(const System& system, const std::filesystem::path& dataHome)
 {
-    if (system.keepsToHomeFolder && !leadsBelow(system.homeFolder, dataHome))
+    // The tool that removes the data removes the background check too.
+    if (system.keepsToHomeFolder &&
+        !(leadsBelow(system.homeFolder, dataHome) && leadsBelow(system.homeFolder, system.launchAgentsFolder)))
         return L10n::t("data_kept_outside");
-    const auto refusal = refusalToRemove(dataHome, system.homeFolder);
+    auto refusal = refusalToRemove(dataHome, system.homeFolder);
+    if (const auto home = system.environment.find("HOME");
+        !refusal && home != system.environment.end() && !home->second.empty())
+        refusal = refusalToRemove(dataHome, home->second);
     return refusal ? whyDataIsKept(*refusal) : "";
 }
 

@@ -96,7 +96,7 @@ QWidget* MenuContentView::makeFooter()
 void MenuContentView::setContent(const MenuContent& content)
 {
     const bool keepsRows = isVisible() && haveSameRows(content, content_);
-    isBehind_ = isVisible() && !keepsRows && underPointer_ != nullptr;
+    isBehind_ = isVisible() && !keepsRows && (underPointer_ != nullptr || listTheSame(content, content_));
     if (isBehind_)
         present(withRowsOf(content_, content), true);
     else
@@ -159,10 +159,11 @@ std::vector<QWidget*> MenuContentView::focusStops() const
 
 bool MenuContentView::eventFilter(QObject* object, QEvent* event)
 {
-    const bool leaves = event->type() == QEvent::Leave || event->type() == QEvent::Hide;
     if (event->type() == QEvent::Enter) {
         underPointer_ = object;
-    } else if (leaves && underPointer_ == object) {
+    } else if (event->type() == QEvent::Hide && underPointer_ == object) {
+        underPointer_ = nullptr;  // a closed panel has nothing to catch up with
+    } else if (event->type() == QEvent::Leave && underPointer_ == object) {
         underPointer_ = nullptr;
         if (isBehind_)
             Q_EMIT released();

@@ -65,7 +65,7 @@ void SetAsideView::setContent(const MenuContent::SetAside& content)
         clearAll_->updateGeometry();
     }
     clearAll_->describe(content.clearAllHelp, content.reason);
-    clearAll_->setAvailable(content.enabled);
+    clearAll_->setAvailable(content.enabled && content.showsAll);
     clearAllHelp_->setHelp(content.clearAllHelp);
     clearAllRow_->setVisible(!content.clearAll.empty());
     footnote_->showText(content.footnote);
@@ -78,9 +78,15 @@ void SetAsideView::showEntries(const MenuContent::SetAside& content)
         rows.push_back(takeRow(entry.id));
         rows.back()->setContent(entry, content);
     }
+    const auto firstListed = std::ranges::find(content.entries, true, &MenuContent::SetAsideEntry::isListed);
+    SetAsideRow* heir = firstListed != content.entries.end() ? rows.at(firstListed - content.entries.begin()) : nullptr;
+    if (heir != nullptr)
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            if (!content.entries[i].isListed)
+                heir->button()->inheritFocus(*rows[i]->button());
     for (SetAsideRow* gone : rows_) {
-        if (!rows.empty())
-            rows.front()->button()->inheritFocus(*gone->button());
+        if (heir != nullptr)
+            heir->button()->inheritFocus(*gone->button());
         gone->deleteLater();
         gone->hide();
     }

@@ -48,7 +48,7 @@ TEST(HelpWording, TheComputerTakesThePlaceOfTheMac)
     } rows[] = {
         {AppLanguage::en, "When your Mac is busy, a Mac.", "When your computer is busy, a computer."},
         {AppLanguage::tl, "Kapag mabigat ang load ng Mac mo", "Kapag mabigat ang load ng computer mo"},
-        {AppLanguage::ja, "このMacのブラウザ、MacとAIが", "このコンピューターのブラウザ、コンピューターとAIが"},
+        {AppLanguage::ja, "このMacのブラウザ、MacとAIが", "このコンピュータのブラウザ、コンピュータとAIが"},
         {AppLanguage::zhHans, "当 Mac 负载很高时，Mac 与 AI", "当电脑负载很高时，电脑与 AI"},
         {AppLanguage::zhHans, "卸载 Mac CPU", "卸载电脑 CPU"},
         {AppLanguage::zhHant, "在這台 Mac 的瀏覽器", "在這台電腦的瀏覽器"},

@@ -94,6 +94,16 @@ TEST_F(MenuRowsTest, EachRowThatComesOrGoesIsNoticedAndCanBeHeldBack)
     }
 }
 
+TEST_F(MenuRowsTest, ActionsThatComeOrGoAloneListTheSame)
+{
+    setAside({"a"});
+    const MenuContent before = content();
+    situation.updaterConfigured = false;
+    EXPECT_TRUE(listTheSame(content(), before));
+    setAside({"b"});
+    EXPECT_FALSE(listTheSame(content(), before));
+}
+
 TEST_F(MenuRowsTest, AnEntryThatIsGoneKeepsItsPlaceAndCannotBePressed)
 {
     setAside({"a", "b", "c"});
@@ -103,6 +113,7 @@ TEST_F(MenuRowsTest, AnEntryThatIsGoneKeepsItsPlaceAndCannotBePressed)
     EXPECT_EQ(idsOf(held), (std::vector<std::string>{"gone a", "b", "gone c"}));
     EXPECT_EQ(held.setAside->heading, "SET ASIDE (2)") << "what is said is of now";
     EXPECT_TRUE(held.setAside->enabled);
+    EXPECT_FALSE(held.setAside->showsAll) << "d waits: nobody is to clear what they do not see";
     EXPECT_EQ(idsOf(withRowsOf(held, before)), (std::vector<std::string>{"a", "b", "c"})) << "back again";
     setAside({});
     EXPECT_EQ(idsOf(withRowsOf(held, content())), (std::vector<std::string>{"gone a", "gone b", "gone c"}));

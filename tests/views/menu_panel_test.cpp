@@ -261,8 +261,8 @@ TEST_F(MenuPanelTest, AChangeIsLaidOutAsIfItHadBeenThereFromTheStart)
                                   "Many words that take several lines of the header. " +
                                   "Many words that take several lines of the header." +
                                   R"(","tone":"cool"},"memoryReliefTip":"Rows come and go."})";
-    const std::vector<std::string> states{calmState,        hotState,         setAsideState(3), calmState, manyLines,
-                                          setAsideState(9), setAsideState(1), hotState,         manyLines, calmState};
+    const std::vector<std::string> states{calmState,        hotState, setAsideState(3), calmState, manyLines,
+                                          setAsideState(9), hotState, setAsideState(1), manyLines, calmState};
     const auto scanned = [this] { return texts().contains(QStringLiteral("Idle")); };
     std::vector<std::vector<std::tuple<int, int, int, int, std::string>>> fromTheStart;
     for (const std::string& state : states) {
@@ -292,6 +292,17 @@ TEST_F(MenuPanelTest, ItStaysInsideTheWorkAreaWhereverItIsOpenedAndHoweverItGrow
         EXPECT_TRUE(area.contains(panel->geometry())) << at.x() << "," << at.y();
         panel->close();
     }
+}
+
+TEST_F(MenuPanelTest, AnActionThatComesWaitsUntilThePanelOpensAgain)
+{
+    open(hotState);
+    const std::vector<int> places = rowPlaces();
+    change(R"({"lastCheck":"2026-03-01T11:59:30Z","hot":true,"memoryReliefTip":"Unload something."})");
+    EXPECT_EQ(rowPlaces(), places);
+    panel->close();
+    panel->openAt({});
+    EXPECT_EQ(rowPlaces().size(), places.size() + 1) << "Unload listed AI";
 }
 
 TEST_F(MenuPanelTest, NoRowMovesWhileChecksComeAndGoAndTargetsChangeTheirState)

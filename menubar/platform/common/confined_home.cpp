@@ -13,7 +13,8 @@ namespace {
 /// Each names a folder of the user's in which a child would change something.
 void forgetFoldersElsewhere(System& system)
 {
-    std::vector<std::string> names{"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"};
+    std::vector<std::string> names{"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME",
+                                   "QUENCHLY_LAUNCH_AGENTS"};
     std::ranges::copy(CheckerContract::dataFolderVariables, std::back_inserter(names));
     for (const std::string& name : names)
         if (const auto variable = system.environment.find(name);
