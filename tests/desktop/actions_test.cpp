@@ -71,9 +71,11 @@ TEST_F(ActionsTest, UnloadListedAI)
     clickButton(QStringLiteral("Unload listed AI"));
     EXPECT_TRUE(waitForRuns({QStringLiteral("unload-listed")}));
     EXPECT_TRUE(waitFor([this] { return buttonNamed(QStringLiteral("Unload listed AI")).isEmpty(); }));
-    EXPECT_TRUE(shows(QStringLiteral("Unload listed AI"))) << "it moves no row under the pointer";
-    moveTo(idlePosition());
-    EXPECT_TRUE(waitFor([this] { return !shows(QStringLiteral("Unload listed AI")); }));
+    EXPECT_TRUE(shows(QStringLiteral("Unload listed AI"))) << "it moves no row of an open panel";
+    press("Escape");
+    ASSERT_TRUE(waitFor([this] { return hasWindows(0); }));
+    openPanel();
+    EXPECT_FALSE(shows(QStringLiteral("Unload listed AI")));
     EXPECT_FALSE(shows(QStringLiteral("Extra memory tip, Help")));
 }
 
