@@ -65,8 +65,13 @@ bool RestCheck::isAtRest() const
     const pid_t ours = rewriter_.process();
     const auto children = ownChildren();
     const bool onlyOurs = std::ranges::all_of(children, [&](const OwnChild& child) { return child.process == ours; });
-    return onlyOurs && !application_.isBusy() && !application_.showsPanel() &&
-           (!first_ || ownFacts().threads <= first_->threads);
+    if (!onlyOurs || application_.isBusy() || application_.showsPanel())
+        return false;
+    if (!first_)
+        return true;
+    // A scan that an opening began may still be reading.
+    const OwnFacts facts = ownFacts();
+    return facts.threads <= first_->threads && facts.descriptors.size() <= first_->descriptors.size();
 }
 
 void RestCheck::rest()
