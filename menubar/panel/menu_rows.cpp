@@ -115,8 +115,10 @@ bool haveSameRows(const MenuContent& one, const MenuContent& other)
 bool listTheSame(const MenuContent& one, const MenuContent& other)
 {
     RowNames names = rowNames(one);
-    names.actions = rowNames(other).actions;
-    return names == rowNames(other);
+    RowNames others = rowNames(other);
+    names.actions.clear();
+    others.actions.clear();
+    return names == others;
 }
 
 MenuContent withRowsOf(const MenuContent& shown, MenuContent next)

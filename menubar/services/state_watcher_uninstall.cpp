@@ -4,11 +4,11 @@
 
 #include "child_process.h"
 #include "command_runner.h"
+#include "confined_home.h"
 #include "folder_removal.h"
 #include "foreground.h"
 #include "l10n.h"
 #include "observe_only.h"
-#include "path_below.h"
 #include "state_watcher.h"
 #include "text.h"
 
@@ -60,8 +60,7 @@ std::string whyDataIsKept(RemovalRefusal refusal)
 std::string reasonToKeepData(const System& system, const std::filesystem::path& dataHome)
 {
     // The tool that removes the data removes the background check too.
-    if (system.keepsToHomeFolder &&
-        !(leadsBelow(system.homeFolder, dataHome) && leadsBelow(system.homeFolder, system.launchAgentsFolder)))
+    if (leadsOutOfHome(system, dataHome) || leadsOutOfHome(system, system.launchAgentsFolder))
         return L10n::t("data_kept_outside");
     auto refusal = refusalToRemove(dataHome, system.homeFolder);
     if (const auto home = system.environment.find("HOME");
@@ -122,7 +121,7 @@ void StateWatcher::uninstallQuenchly()
 
 void StateWatcher::removeBackgroundCheck() const
 {
-    if (system_.keepsToHomeFolder && !leadsBelow(system_.homeFolder, system_.launchAgentsFolder)) {
+    if (leadsOutOfHome(system_, system_.launchAgentsFolder)) {
         system_.log("Quenchly uninstall kept the background check: its folder lies outside of the home folder.");
         return;
     }

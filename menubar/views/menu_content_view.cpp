@@ -161,11 +161,9 @@ bool MenuContentView::eventFilter(QObject* object, QEvent* event)
 {
     if (event->type() == QEvent::Enter) {
         underPointer_ = object;
-    } else if (event->type() == QEvent::Hide && underPointer_ == object) {
-        underPointer_ = nullptr;  // a closed panel has nothing to catch up with
-    } else if (event->type() == QEvent::Leave && underPointer_ == object) {
+    } else if ((event->type() == QEvent::Leave || event->type() == QEvent::Hide) && underPointer_ == object) {
         underPointer_ = nullptr;
-        if (isBehind_)
+        if (isBehind_ && event->type() == QEvent::Leave)  // a closed panel has nothing to catch up with
             Q_EMIT released();
     }
     return QWidget::eventFilter(object, event);

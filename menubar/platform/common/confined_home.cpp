@@ -25,6 +25,11 @@ void forgetFoldersElsewhere(System& system)
 
 }  // namespace
 
+bool leadsOutOfHome(const System& system, const std::filesystem::path& path)
+{
+    return system.keepsToHomeFolder && !leadsBelow(system.homeFolder, path);
+}
+
 void confineToHomeFolder(System& system)
 {
     system.environment["HOME"] = system.homeFolder;  // for the checker's tool

@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <initializer_list>
 #include <sstream>
 #include <system_error>
 
@@ -11,7 +9,6 @@
 #include "hardware_model_linux.h"
 #include "live_sample.h"
 #include "pasteboard.h"
-#include "path_below.h"
 #include "product.h"
 #include "run_later.h"
 #include "settings_files.h"
@@ -52,17 +49,10 @@ std::vector<fs::path> nodeRuntimes(const std::map<std::string, std::string>& env
     return runtimes;
 }
 
-/// Whether some of these would be written outside of the home folder although that is to hold everything.
-bool leadsOut(const System& system, std::initializer_list<fs::path> files)
-{
-    return system.keepsToHomeFolder &&
-           !std::ranges::all_of(files, [&](const fs::path& file) { return leadsBelow(system.homeFolder, file); });
-}
-
 void addSettings(System& system)
 {
     const fs::path folder = settingsFolder.in(system);
-    if (leadsOut(system, {folder / autostartFile, folder / defaultsFile})) {
+    if (leadsOutOfHome(system, folder / autostartFile) || leadsOutOfHome(system, folder / defaultsFile)) {
         system.loginItem = makeLoginItemOfThisRun();
         system.userDefaults = makeUserDefaultsOfThisRun();
         return;
@@ -76,7 +66,7 @@ void addSettings(System& system)
 Trash trashOf(const System& system)
 {
     const fs::path folder = dataFolder.in(system);
-    if (leadsOut(system, {folder / "Trash/files", folder / "Trash/info"}))
+    if (leadsOutOfHome(system, folder / "Trash/files") || leadsOutOfHome(system, folder / "Trash/info"))
         return [](const fs::path&, const TrashCompletion& completion) {
             completion("The Trash of this home folder lies outside of it.");
         };
