@@ -441,28 +441,23 @@ TEST_F(MenuContentTest, AChangeOfProtectionDoesNotDisableAcknowledging)
     EXPECT_EQ(setAside->reason, "");
 }
 
-TEST_F(MenuContentTest, AcknowledgingNeedsTheToolAndSaysSo)
+TEST_F(MenuContentTest, AcknowledgingNeedsAToolThatCanRunAndSaysSo)
 {
+    const std::pair<ToolAvailability, const char*> lacks[] = {
+        {ToolAvailability::toolNotFound, "Needs the quenchly tool, which was not found"},
+        {ToolAvailability::interpreterNotFound, "Needs Node.js, which was not found"},
+    };
     status.quarantine = {setAsideProcess("1")};
-    situation.toolAvailability = ToolAvailability::toolNotFound;
-    for (const bool busy : {false, true}) {
-        situation.ackBusy = busy;
-        const auto setAside = content().setAside;
-        ASSERT_TRUE(setAside);
-        EXPECT_FALSE(setAside->enabled);
-        EXPECT_EQ(setAside->reason, "Needs the quenchly tool, which was not found");
-    }
-}
-
-TEST_F(MenuContentTest, AcknowledgingIsDisabledWhereTheToolCannotRun)
-{
-    status.quarantine = {setAsideProcess("1")};
-    for (const auto tool : {ToolAvailability::toolNotFound, ToolAvailability::interpreterNotFound}) {
-        situation.toolAvailability = tool;
-        const auto setAside = content().setAside;
-        ASSERT_TRUE(setAside);
-        EXPECT_FALSE(setAside->enabled);
-        EXPECT_EQ(setAside->acknowledge, "Acknowledge");
+    for (const auto& [tool, reason] : lacks) {
+        for (const bool busy : {false, true}) {
+            situation.toolAvailability = tool;
+            situation.ackBusy = busy;
+            const auto setAside = content().setAside;
+            ASSERT_TRUE(setAside);
+            EXPECT_FALSE(setAside->enabled);
+            EXPECT_EQ(setAside->reason, reason);
+            EXPECT_EQ(setAside->acknowledge, busy ? "Acknowledging…" : "Acknowledge");
+        }
     }
 }
 
